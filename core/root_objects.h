@@ -1,0 +1,23 @@
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "automation/members.h"
+
+namespace qmevents {
+
+/// A new object of a public root class: "QMEvents.Workflow", "QMEvents.Events",
+/// "QMEvents.Handler", "QMEvents.Security", "QMEvents.Utils", "QMEvents.DateTimeUtil",
+/// "QMEvents.ApplicationLink" or "QMEvents.EntityKeyLock", without regard to case. Nothing for any
+/// other name. `OnInitialize(App)` makes the first four usable.
+Ref<Object> createRootObject(std::string_view progId);
+
+/// Forgets this thread's App and root references, as unloading the component does. The host calls
+/// it after it has dropped the objects it made.
+void releaseAddIn();
+
+/// The member tables of every public class, for the object reference and the type library.
+std::span<const Members* const> publicClasses();
+
+} // namespace qmevents
