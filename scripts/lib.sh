@@ -60,8 +60,8 @@ quietStep() { step "$@"; endLine; }
 testStep() {
     local log="$root/build/logs/${1// /-}.log" passed
     step "$@"
-    passed=$(sed -nE 's/^.*tests passed, 0 tests failed out of ([0-9]+)$/\1/p; s/^(ℹ|#) pass ([0-9]+)$/\2/p' \
-        "$log" | awk '{ sum += $1 } END { print sum + 0 }')
+    passed=$(sed -nE -e 's/^.*tests passed, 0 tests failed out of ([0-9]+)$/\1/p' \
+        -e 's/^(ℹ|#) pass ([0-9]+)$/\2/p' "$log" | awk '{ sum += $1 } END { print sum + 0 }')
     endLine "$passed tests"
     ((passed > 0)) || fail "step \"$1\" ran no test; its output is in $log"
     testsPassed=$((testsPassed + passed))

@@ -56,7 +56,9 @@ function complaints(file) {
         let output = "";
         tidy.stdout.on("data", (text) => (output += text));
         tidy.stderr.on("data", (text) => (output += text));
-        tidy.on("close", (code) => done(code === 0 ? "" : output || `ended with ${code}`));
+        const counts = /^\d+ (warning|error).*generated\.\n/gm;
+        tidy.on("close", (code) =>
+            done(code === 0 ? "" : output.replace(counts, "") || `ended with ${code}`));
     });
 }
 

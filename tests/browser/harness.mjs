@@ -88,7 +88,8 @@ export async function axe(page) {
 export async function shot(page, name) {
     const folder = join(root, "build/shots");
     await mkdir(folder, { recursive: true });
-    await page.screenshot({ path: join(folder, `${name.replaceAll("/", "-")}.png`), fullPage: true });
+    const path = join(folder, `${name.replaceAll("/", "-")}.png`);
+    await page.screenshot({ path, fullPage: true });
 }
 
 // --- The browser ------------------------------------------------------------------------------
@@ -167,7 +168,8 @@ function demoFolder() {
 }
 
 after(async () => {
-    if (demo) await rm(await demo, { recursive: true, force: true });
+    const folder = await demo?.catch(() => undefined);
+    if (folder) await rm(folder, { recursive: true, force: true });
 });
 
 async function startServer() {

@@ -75,7 +75,9 @@ test("an unwanted word is found, and its innocent neighbours are not", () => {
     ];
     for (const text of unwanted) assert.notDeepEqual(wordingFaults("a.txt", text), [], text);
 
-    const innocent = ["specific", "stubborn", "todo", "/usr/bin/chromium", "Part 2 of 3", "pages/home/x"];
+    const innocent = [
+        "specific", "stubborn", "todo", "/usr/bin/chromium", "Part 2 of 3", "pages/home/x",
+    ];
     for (const text of innocent) assert.deepEqual(wordingFaults("a.txt", text), [], text);
 
     assert.equal(wordingFaults(joined("docs/specifi", "cation.md"), "").length, 1);
