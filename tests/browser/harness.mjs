@@ -154,29 +154,33 @@ function startHost(...args) {
     return { child, ended, log: () => output };
 }
 
+const folders = [];
+
+async function newFolder() {
+    folders.push(await mkdtemp(join(tmpdir(), "quillmere-")));
+    return folders.at(-1);
+}
+
+after(async () => {
+    for (const folder of folders) await rm(folder, { recursive: true, force: true });
+});
+
 let demo;
 
-/** A folder with the demonstration database in demo.db, made once for all tests of a file. */
-function demoFolder() {
+/** Path of the demonstration database, made once for all tests of a file. */
+function demonstration() {
     demo ??= (async () => {
-        const folder = await mkdtemp(join(tmpdir(), "quillmere-"));
-        const { ended, log } = startHost("demo", join(folder, "demo.db"));
+        const path = join(await newFolder(), "demo.db");
+        const { ended, log } = startHost("demo", path);
         assert.equal(await ended, 0, `making the demonstration database failed:\n${log()}`);
-        return folder;
+        return path;
     })();
     return demo;
 }
 
-after(async () => {
-    const folder = await demo?.catch(() => undefined);
-    if (folder) await rm(folder, { recursive: true, force: true });
-});
-
 async function startServer() {
-    const demonstration = join(await demoFolder(), "demo.db");
-    const folder = await mkdtemp(join(tmpdir(), "quillmere-"));
-    const database = join(folder, "test.db");
-    await copyFile(demonstration, database);
+    const database = join(await newFolder(), "test.db");
+    await copyFile(await demonstration(), database);
     const port = await freePort();
     const url = `http://127.0.0.1:${port}`;
     const { child, ended, log } = startHost("serve", database, String(port));
@@ -187,7 +191,6 @@ async function startServer() {
         const lastResort = setTimeout(() => child.kill("SIGKILL"), stopLimit);
         const how = await ended;
         clearTimeout(lastResort);
-        await rm(folder, { recursive: true, force: true });
         assert.ok([0, "SIGTERM"].includes(how), `the server ended with ${how}:\n${log()}`);
     };
     try {
