@@ -30,6 +30,8 @@ struct DialogWindow {
     std::string page;   ///< The content page, for example "addevent".
     int height = 468;
     int width = 550;
+    int id = 0; ///< Names the window towards the engine; no two windows of a session share one.
+    std::string title;
 };
 
 class DialogEngine;
@@ -49,9 +51,12 @@ public:
     virtual Button ask(const Prompt& prompt) = 0;
     /// Moves the main view to `url` ("obsidian://events/events-view").
     virtual void navigate(const std::string& url, bool second) = 0;
-    /// Shows a modal window and returns when `engine` reports it closed. While it waits, calls of
-    /// the page in the window run on this thread.
+    /// Shows a modal window and returns when `engine.isOpen(window.id)` no longer holds, or at once
+    /// when not `engine.waitsFor(window.id)`. While it waits, calls of the page in the window run
+    /// on this thread. A window that should wait but is still open on return counts as cancelled.
     virtual void runDialog(const DialogWindow& window, DialogEngine& engine) = 0;
+    /// A window has closed; called before the call that shows it returns.
+    virtual void dialogClosed(const DialogWindow&) {}
     /// Replaces the page in the window that is open.
     virtual void loadDialogPage(const DialogWindow& window) = 0;
     /// The document asks what is shown to read its data again.
