@@ -292,6 +292,22 @@ public:
         return readOnly(std::move(name), getter, {}, std::move(documentation));
     }
 
+    /// A property that is read by a free function over the object.
+    template <typename R, typename... A>
+    Describe& readOnlyBy(std::string name, R (*getter)(C&, A...), std::vector<Parameter> parameters,
+                         std::string documentation)
+    {
+        addFunction<R, A...>(std::move(name), getter, std::move(parameters),
+                             std::move(documentation), std::index_sequence_for<A...>())
+            .isMethod = false;
+        return *this;
+    }
+    template <typename R>
+    Describe& readOnlyBy(std::string name, R (*getter)(C&), std::string documentation)
+    {
+        return readOnlyBy(std::move(name), getter, {}, std::move(documentation));
+    }
+
     template <typename R, typename B, typename... A>
     Describe& method(std::string name, R (B::*function)(A...), std::vector<Parameter> parameters,
                      std::string documentation)
@@ -331,6 +347,12 @@ public:
         return *this;
     }
 
+    /// The member described last gives an object of this class, which its type does not say.
+    Describe& givesObject(std::string className)
+    {
+        members_.last().type = {MemberType::Tag::object, std::move(className)};
+        return *this;
+    }
     /// Makes the member described last the one that a bare `object(...)` means.
     Describe& asDefault()
     {

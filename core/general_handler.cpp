@@ -1,0 +1,90 @@
+#include "core/general_handler.h"
+
+#include "automation/describe.h"
+#include "automation/text.h"
+#include "core/host.h"
+#include "core/schema_installer.h"
+
+namespace qmevents {
+namespace {
+
+constexpr std::int32_t menuItemFlags = 8192;
+constexpr std::int32_t viewEventCommand = 10001;
+constexpr const char* viewEventText = "View Event";
+
+bool concernsAnEvent(const Ref<Object>& interaction)
+{
+    return text::upper(toText(get(interaction, "group"))) == "EVENT";
+}
+
+// Hosts send back the number or the text of the menu item.
+bool isViewEvent(const Value& command)
+{
+    return isNumeric(command) ? toInt32(command) == viewEventCommand
+                              : toText(command) == viewEventText;
+}
+
+void addToMenu(const HostEvent& event)
+{
+    if (!concernsAnEvent(getObject(event.data(), "Interaction"))) return;
+    call(getObject(event.data(), "ContextMenu"), "AppendItem", menuItemFlags, viewEventText,
+         viewEventCommand);
+}
+
+void runMenuCommand(const HostEvent& event)
+{
+    const auto interaction = getObject(event.data(), "Interaction");
+    if (!concernsAnEvent(interaction) || !isViewEvent(get(event.data(), "Command"))) return;
+    const std::int32_t eventId = toInt32(get(interaction, "Reference"));
+    const auto workflow = host().modules().events().rootObject("Workflow");
+    call(getObject(workflow, "Events"), "ViewEvent", eventId);
+}
+
+struct Answer {
+    std::string_view key;
+    void (*run)(const HostEvent&);
+};
+// Keys of the group that are not listed are accepted and ignored.
+constexpr Answer answers[] = {
+    {"application-signin", [](const HostEvent&) { checkSchema(); }},
+    {"interaction-menu", addToMenu},
+    {"interaction-command", runMenuCommand},
+};
+
+} // namespace
+
+void GeneralHandler::EventHandler(const Ref<Object>& hostEvent)
+{
+    const HostEvent event(hostEvent);
+    const std::string key = event.key();
+    for (const auto& answer : answers) {
+        if (answer.key == key) answer.run(event);
+    }
+}
+
+const Members& GeneralHandler::members() const
+{
+    static const Members table =
+        describe<GeneralHandler>("Answers sign-in, sign-out and interaction events.")
+            .method("EventHandler", &GeneralHandler::EventHandler, {arg("Ev")},
+                    "Answers a host event.");
+    return table;
+}
+
+const Members& SettingHandler::members() const
+{
+    static const Members table = describe<SettingHandler>("Answers settings and attribute events.")
+                                     .method("EventHandler", &SettingHandler::EventHandler,
+                                             {arg("Ev")}, "Answers a host event.");
+    return table;
+}
+
+const Members& SecurityHandler::members() const
+{
+    static const Members table = describe<SecurityHandler>("Answers the security zones event.")
+                                     .method("EventHandler", &SecurityHandler::EventHandler,
+                                             {arg("Ev")}, "Answers a host event.");
+    return table;
+}
+
+} // namespace qmevents

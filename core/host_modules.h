@@ -1,0 +1,101 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "core/host_part.h"
+
+namespace qmevents {
+
+/// `App.Modules.Events`, the add-in's own module object.
+class EventsModule : public HostPart {
+public:
+    using HostPart::HostPart;
+    /// A root object of the add-in as the host registered it.
+    Ref<Object> rootObject(const std::string& name) const
+    {
+        return toObject(call("Objects", name));
+    }
+    /// The installation folder; ends with a separator.
+    std::string path() const { return toText(get("Path")); }
+    Value configuration(const std::string& key) const
+    {
+        return qmevents::call(part("Configuration"), "getValue", key);
+    }
+    /// Shows a dialog page modally and returns after it has closed.
+    void showDialog(const std::string& contentFile, std::int32_t height, std::int32_t width) const
+    {
+        call("ShowDialog", contentFile, Missing{}, Missing{}, height, width);
+    }
+    /// Replaces the page of the open dialog; does not wait.
+    void loadDialog(const std::string& contentFile) const { call("LoadDialog", contentFile); }
+};
+
+/// `App.Modules.donor`.
+class DonorModule : public HostPart {
+public:
+    using HostPart::HostPart;
+    /// The donor, or nothing when there is none with this id.
+    Ref<Object> donor(std::int32_t id) const
+    {
+        return toObject(qmevents::call(part("DonorManage"), "GetDonor", id));
+    }
+    /// The donor with its display name only, or nothing.
+    Ref<Object> smallDonor(std::int32_t id) const
+    {
+        return toObject(qmevents::call(part("DonorManage"), "GetSmallDonor", id));
+    }
+    Ref<Object> detailsPage() const { return getObject(part("Donors"), "DetailsPage"); }
+};
+
+/// `App.Modules.Donation`.
+class DonationModule : public HostPart {
+public:
+    using HostPart::HostPart;
+    void deleteDonation(std::int32_t id) const { qmevents::call(donations(), "Delete", id); }
+    /// The host's list of donations that satisfy `where`, a condition in SQL.
+    Ref<Object> donationsWhere(const std::string& where, const std::string& orderBy) const;
+
+private:
+    Ref<Object> donations() const { return part("Donations"); }
+};
+
+/// `App.Modules.Actions`.
+class ActionsModule : public HostPart {
+public:
+    using HostPart::HostPart;
+    Ref<Object> newNote() const { return toObject(call("NewNote")); }
+    Ref<Object> newReminder() const { return toObject(call("GetNewReminder")); }
+    Ref<Object> reminders() const { return part("Reminders"); }
+    /// Removes every assignment that refers to the entity with this id.
+    void deleteAssignmentsOf(const std::string& entityType, std::int32_t entityId) const;
+};
+
+/// `App.Modules.Quillmere`, the host's core module.
+class QuillmereModule : public HostPart {
+public:
+    using HostPart::HostPart;
+    Ref<Object> smartLists() const { return part("Smartlists"); }
+    Ref<Object> mailingFieldSchema() const { return getObject(part("Mailings"), "FieldSchema"); }
+    Ref<Object> reports() const { return part("Reports"); }
+    Ref<Object> donorDetailsPage() const { return getObject(part("Donors"), "DetailsPage"); }
+};
+
+/// `App.Modules`, the other modules of the host by name.
+class Modules : public HostPart {
+public:
+    using HostPart::HostPart;
+    EventsModule events() const { return EventsModule(part("Events")); }
+    DonorModule donor() const { return DonorModule(part("donor")); }
+    DonationModule donation() const { return DonationModule(part("Donation")); }
+    ActionsModule actions() const { return ActionsModule(part("Actions")); }
+    QuillmereModule quillmere() const { return QuillmereModule(part("Quillmere")); }
+    /// The home-page widget that is being drawn.
+    Ref<Object> currentWidget() const
+    {
+        return getObject(getObject(getObject(part("Loader"), "CurrentEvent"), "Data"), "widget");
+    }
+};
+
+} // namespace qmevents

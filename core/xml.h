@@ -1,0 +1,41 @@
+#pragma once
+
+#include <string>
+
+#include "core/host_part.h"
+
+namespace qmevents {
+
+/// A node of a host XML document (an element, or the document itself).
+class XmlNode : public HostPart {
+public:
+    using HostPart::HostPart;
+
+    /// The text of the element, without white space at its ends.
+    std::string text() const;
+    /// The attribute's text, empty when there is none.
+    std::string attribute(const std::string& name) const;
+    /// The first node that `path`, an XPath, selects; may be nothing.
+    XmlNode first(const std::string& path) const
+    {
+        return XmlNode(toObject(call("selectSingleNode", path)));
+    }
+    /// Calls `visit` for each node that `path` selects, in document order.
+    template <typename Visit>
+    void each(const std::string& path, Visit visit) const
+    {
+        const auto nodes = toObject(call("selectNodes", path));
+        const auto count = toInt32(qmevents::get(nodes, "length"));
+        for (std::int32_t i = 0; i < count; ++i) {
+            visit(XmlNode(toObject(qmevents::call(nodes, "item", i))));
+        }
+    }
+};
+
+/// A new XML document of the host that selects by XPath and loads synchronously.
+Ref<Object> newXmlDocument();
+/// The parser's message, empty when `document` was parsed.
+std::string parseFailure(const Ref<Object>& document);
+XmlNode documentElement(const Ref<Object>& document);
+
+} // namespace qmevents
