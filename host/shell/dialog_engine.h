@@ -89,7 +89,9 @@ private:
     DialogLevel& beginLevel();
     DialogLevel* findOpen(int window) const;
     DialogLevel& requireOpen(int window) const;
-    bool anyOpen() const;
+    DialogLevel& mainLevel();
+    bool isBusy() const;
+    void dropForgottenLevels();
     bool runsCallOf(const DialogLevel& level) const;
     void dropLevel(const DialogLevel* level);
     void requireClosable(const DialogLevel& level) const;
@@ -103,6 +105,7 @@ private:
     std::vector<std::unique_ptr<DialogLevel>> levels_;
     std::vector<Context> contexts_; // the innermost call last; never empty
     int lastWindow_ = 0;
+    int showing_ = 0; // calls of show() that have not returned
 };
 
 } // namespace refhost

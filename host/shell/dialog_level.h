@@ -41,9 +41,10 @@ struct RestorePoint {
 struct DialogLevel {
     DialogWindow window; ///< Its size, title and id; the page is the one shown last.
     bool isOpen = false;
-    bool isClosing = false; ///< Its handler is being asked whether it may close.
-    bool waits = true;      ///< Whether showing it returns only when it has closed.
-    int opener = 0;         ///< The window whose page opened this one; 0 for the main view.
+    bool isClosing = false;    ///< Its handler is being asked whether it may close.
+    bool waits = true;         ///< The call that shows it returns only when it has closed.
+    bool waitsNextTime = true; ///< What WaitForClose asks of the next window.
+    int opener = 0;            ///< The window whose page opened this one; 0 for the main view.
 
     DialogValues values;
     qmevents::Ref<qmevents::Object> handler;
