@@ -64,6 +64,22 @@ RecordReader::Column RecordReader::column(std::string_view name) const
     return Column(toObject(call(fields, "Item", name)));
 }
 
+RecordReader::Column RecordReader::firstColumn() const
+{
+    return Column(toObject(call(getObject(recordSet_, "Fields"), "Item", 0)));
+}
+
+bool RecordReader::hasColumn(std::string_view name) const
+{
+    try {
+        column(name);
+        return true;
+    } catch (const Error&) {
+        // A record set tells of an unknown column only by failing.
+        return false;
+    }
+}
+
 Value firstValue(const std::string& sql, std::string_view column)
 {
     const RecordReader rows(sql);

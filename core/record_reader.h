@@ -41,6 +41,9 @@ public:
     bool atEnd() const;
     void next();
     Column column(std::string_view name) const;
+    Column firstColumn() const; ///< Whatever its name is.
+    /// Whether the set has a column of this name.
+    bool hasColumn(std::string_view name) const;
     const Ref<Object>& recordSet() const { return recordSet_; }
 
 private:

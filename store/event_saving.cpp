@@ -1,0 +1,120 @@
+// Validating and saving events.
+#include "core/reporting.h"
+#include "store/audit.h"
+#include "store/event_table.h"
+#include "store/events_manage.h"
+#include "store/list_manage.h"
+#include "store/refusals.h"
+
+namespace qmevents {
+namespace {
+
+struct DateRule {
+    bool (*broken)(const cEvent&);
+    const char* message;
+};
+// The event's own rules, in the order in which they are tested.
+constexpr DateRule ownRules[] = {
+    {[](const cEvent& e) { return text::trim(e.Name.get()).empty(); },
+     "The event name is required."},
+    {[](const cEvent& e) { return !e.StartDateTime.get().hasDate(); },
+     "The event start date is required."},
+    {[](const cEvent& e) { return e.EndDateTime->hasTime() && !e.EndDateTime->hasDate(); },
+     "The event end date is required if an end time is entered."},
+    {[](const cEvent& e) {
+         const Date end = e.EndDateTime;
+         return (end.hasDate() || end.hasTime()) && e.StartDateTime.get() > end;
+     },
+     "The event end date cannot be before the event start date."},
+    {[](const cEvent& e) { return e.RSVPDateTime->hasTime() && !e.RSVPDateTime->hasDate(); },
+     "The event RSVP date is required if an RSVP time is entered."},
+};
+
+struct ListRule {
+    Tracked<std::int32_t> cEvent::*key;
+    bool (*exists)(ListManage&, std::int32_t);
+    const char* item;
+};
+// What an event may refer to in the add-in's own lists.
+constexpr ListRule listRules[] = {
+    {&cEvent::FKLocationId,
+     [](ListManage& lists, std::int32_t id) { return bool(lists.GetEventLocation(id)); },
+     "event location"},
+    {&cEvent::FKCategoryId,
+     [](ListManage& lists, std::int32_t id) { return bool(lists.GetEventCategory(id)); },
+     "event category"},
+    {&cEvent::FKStatusId,
+     [](ListManage& lists, std::int32_t id) { return bool(lists.GetEventStatus(id)); },
+     "event status"},
+    {&cEvent::FKCoordinatorId,
+     [](ListManage& lists, std::int32_t id) { return bool(lists.GetEventCoordinator(id)); },
+     "event coordinator"},
+};
+
+void refuse(const std::string& message) { host().shell().errorUser(message); }
+
+bool ownRulesHold(const cEvent& event)
+{
+    for (const auto& rule : ownRules) {
+        if (!rule.broken(event)) continue;
+        refuse(rule.message);
+        return false;
+    }
+    return true;
+}
+
+bool listItemsExist(const cEvent& event)
+{
+    const auto lists = listManage();
+    for (const auto& rule : listRules) {
+        const std::int32_t id = event.*rule.key;
+        if (id == 0 || rule.exists(*lists, id)) continue;
+        refuse(noLongerExists(rule.item));
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
+bool EventsManage::ValidateEvent(const Ref<cEvent>& EventObject)
+{
+    return reported([&] {
+        if (!EventObject) {
+            host().shell().errorUnexpected("The Validate method requires a valid event object");
+            return false;
+        }
+        return ownRulesHold(*EventObject) && listItemsExist(*EventObject) &&
+               codesExist(EventObject->FKFundId, EventObject->FKCampaignId,
+                          EventObject->FKAppealId);
+    });
+}
+
+bool EventsManage::UpdateEvent(const Ref<cEvent>& EventObject, bool Validate, bool ForceUpdate)
+{
+    return reported([&] {
+        if (!mayUpdateEvents()) return false;
+        if (!EventObject) {
+            host().shell().errorUnexpected("The UpdateEvent method requires a valid event object");
+            return false;
+        }
+        cEvent& event = *EventObject;
+        std::optional<RecordLock> lock;
+        if (!event.IsNew()) lock.emplace(lockEvent(event.Id()));
+        if (Validate && !ValidateEvent(EventObject)) return false;
+
+        const Document document = host().document();
+        stampAudit(event);
+        if (event.IsNew()) {
+            document.execute(eventTable().insertText(event));
+            StoreAccess::setId(event, newIdentity());
+        } else {
+            document.execute(eventTable().updateText(event, "Id", event.Id()));
+        }
+        StoreAccess::markStored(event);
+        if (ForceUpdate) document.forceUpdate();
+        return true;
+    });
+}
+
+} // namespace qmevents
