@@ -1,0 +1,85 @@
+// Searching events: what the user asks for, as the criteria of the event store.
+
+import { literalSearch } from "../lib/search_text.js";
+import { DateTime } from "../lib/values.js";
+import { seasonOf } from "../lib/locale.js";
+
+/** The orders that a list of events offers. The id comes last so that no two rows tie. */
+const orders = {
+    name: ["Name", "StartDateTime", "Id"],
+    start: ["StartDateTime", "Name", "Id"],
+    capacity: ["MaxCapacity", "StartDateTime", "Name", "Id"],
+};
+
+/** The spans of time that a list of events offers, and how each is ordered at first. */
+export const spans = {
+    upcoming: { label: "Upcoming", descending: false },
+    past: { label: "Past", descending: true },
+    season: { label: "This season", descending: false },
+    all: { label: "All", descending: true },
+};
+
+export const sortKeys = Object.keys(orders);
+
+/** "StartDateTime DESC, Name, Id"; the first column's direction is the user's. */
+export function orderBy({ sort, descending }) {
+    const [first, ...others] = orders[sort] ?? orders.start;
+    return [descending ? `${first} DESC` : first, ...others].join(", ");
+}
+
+/**
+ * The condition for a span of time on the day `today` ("2026-03-07"); "coming" is what the season
+ * still brings. `literal` writes a date-time for the open database.
+ */
+export async function spanCondition(span, today, literal) {
+    const season = seasonOf(today);
+    switch (span) {
+    case "upcoming": return `StartDateTime >= ${await literal(DateTime.of(today))}`;
+    case "past": return `StartDateTime < ${await literal(DateTime.of(today))}`;
+    case "season": return between(season.from, season.until);
+    case "coming": return between(DateTime.of(today), season.until);
+    default: return "";
+    }
+
+    async function between(from, until) {
+        return `StartDateTime >= ${await literal(from)} AND StartDateTime < ${await literal(until)}`;
+    }
+}
+
+/** The criteria of a search for `text`; one row more than shown tells whether there are more. */
+export function criteriaValues({ text, where, order, shown }) {
+    return {
+        SearchString: literalSearch(text),
+        CustomWhere: where,
+        CustomOrderBy: order,
+        MaxRows: shown + 1,
+    };
+}
+
+/** A list's state from the address, and back; what is usual is left out. */
+export function stateFromAddress(search, usualSpan = "upcoming") {
+    const query = new URLSearchParams(search);
+    const span = query.get("show") in spans ? query.get("show") : usualSpan;
+    const [sort, direction] = (query.get("sort") ?? "").split("-");
+    const known = sortKeys.includes(sort);
+    return {
+        text: query.get("q") ?? "",
+        span,
+        sort: known ? sort : "start",
+        descending: known ? direction === "desc" : spans[span].descending,
+        shown: Math.max(Number(query.get("rows")) || 0, pageSize),
+    };
+}
+
+export const pageSize = 50;
+
+export function addressOfState({ text, span, sort, descending, shown }, usualSpan = "upcoming") {
+    const query = new URLSearchParams();
+    if (text) query.set("q", text);
+    if (span !== usualSpan) query.set("show", span);
+    if (sort !== "start" || descending !== spans[span].descending) {
+        query.set("sort", descending ? `${sort}-desc` : sort);
+    }
+    if (shown > pageSize) query.set("rows", shown);
+    return String(query) && `?${query}`;
+}

@@ -1,0 +1,42 @@
+// What every page in a dialog window does: its title, Escape, closing with an answer.
+
+import { App } from "./app.js";
+import { localeFormats } from "./locale.js";
+import { reportFailure } from "./notice.js";
+import { currentSession, inDialog, post } from "./server.js";
+
+const windowNumber = Number(new URLSearchParams(location.search).get("window"));
+
+/**
+ * Sets up a dialog's page and gives { session, format, title, heading, description, close }.
+ * `close(true)` confirms, `close(false)` cancels; `url` is where the host goes afterwards.
+ */
+export async function startDialogPage() {
+    addEventListener("unhandledrejection", (event) => {
+        event.preventDefault();
+        reportFailure(event.reason);
+    });
+    document.addEventListener("keydown", (event) => {
+        if (event.key !== "Escape" || event.defaultPrevented) return;
+        if (!document.querySelector("dialog:modal")) cancel();
+    });
+    for (const button of document.querySelectorAll("[data-cancel]")) {
+        button.addEventListener("click", cancel);
+    }
+    const [session, title, heading, description] = await Promise.all([
+        currentSession(), ...["title", "heading", "description"].map((name) => App.Shell.Dialog(name)),
+    ]);
+    const shownTitle = title || document.title;
+    document.title = shownTitle;
+    window.frameElement?.dispatchEvent(new CustomEvent("windowtitle", { detail: shownTitle }));
+    return { session, format: localeFormats(session.locale), title, heading, description, close };
+}
+
+/** Asks the window around this page to close without an answer. */
+function cancel() {
+    if (inDialog) window.frameElement.dispatchEvent(new CustomEvent("windowcancel"));
+}
+
+function close(returnValue, url) {
+    return post("/api/dialog-close", { window: windowNumber, returnValue, ...(url && { url }) });
+}

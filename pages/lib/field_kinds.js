@@ -1,0 +1,179 @@
+// The kinds of a form's fields. A kind makes the controls of one field and gives
+// - parts: its controls, each { control, label? };
+// - display(value): puts a value of the host into the controls;
+// - parse(): { value }, or { problem, part } for what is surely wrong. What cannot be read here
+//   goes to the host as it was typed: it may know better, or says what it does not understand;
+// - text(value): the value as people read it;
+// - wrong(typed, error): the words for a conversion that the host refused; its part, if it has one.
+
+import { Currency, DateTime } from "./values.js";
+
+const mismatch = 13;
+const overflow = 6;
+
+export const kinds = { text, multiline, whole, money, dateTime, choice };
+
+function text({ required }) {
+    const control = input("text");
+    control.required = Boolean(required);
+    return { parts: [{ control }], ...plainText(control) };
+}
+
+function multiline({ rows = 4 }) {
+    const control = document.createElement("textarea");
+    control.rows = rows;
+    return { parts: [{ control }], ...plainText(control) };
+}
+
+function plainText(control) {
+    return {
+        display: (value) => { control.value = value ?? ""; },
+        parse: () => ({ value: control.value }),
+        text: (value) => String(value ?? ""),
+        wrong: (typed, error) => ({ problem: error.description }),
+    };
+}
+
+function whole(field, format) {
+    const control = input("text", "numeric", "short");
+    return {
+        parts: [{ control }],
+        display: (value) => { control.value = value ? wholeText(value) : ""; },
+        parse: () => numberFrom(control.value, 0, format.parseWhole, fraction),
+        text: wholeText,
+        wrong: (typed, error) => ({ problem: refused(typed, error, "a whole number") }),
+    };
+
+    function wholeText(value) {
+        return typeof value === "number" ? format.whole(value) : String(value);
+    }
+
+    // The host would round these, which nobody asked for.
+    function fraction(typed) {
+        const amount = format.parseMoney(typed);
+        return amount && !/^-?\d+\.00$/.test(amount.toString()) &&
+            `“${typed}” is not a whole number.`;
+    }
+}
+
+function money(field, format) {
+    const control = input("text", "decimal", "short");
+    return {
+        parts: [{ control }],
+        display: (value) => { control.value = !value || value.isZero ? "" : moneyText(value); },
+        parse: () => numberFrom(control.value, new Currency(), format.parseMoney, tooFine),
+        text: moneyText,
+        wrong: (typed, error) => ({ problem: refused(typed, error, "an amount of money") }),
+    };
+
+    function moneyText(value) {
+        return value instanceof Currency ? format.money(value) : String(value);
+    }
+
+    function tooFine(typed) {
+        return /^\D*[\d\s.,']*[.,]\d{5,}$/.test(typed) && `“${typed}” has more than four decimals.`;
+    }
+}
+
+function dateTime({ required }, format) {
+    const date = input("text", "text", "short");
+    const time = input("text", "text", "short");
+    date.placeholder = format.dateHint;
+    time.placeholder = format.timeHint;
+    date.required = Boolean(required);
+    const parsed = (control, parse) => (control.value.trim() ? parse(control.value) : "");
+    return {
+        parts: [{ control: date, label: "Date", extra: calendar(date, format) }, { control: time, label: "Time" }],
+        display(value) {
+            const isRead = value instanceof DateTime;
+            date.value = isRead ? format.date(value) : value ?? "";
+            time.value = isRead ? format.time(value) : "";
+        },
+        parse() {
+            const day = parsed(date, format.parseDate);
+            const clock = parsed(time, format.parseTime);
+            if (day !== undefined && clock !== undefined) return { value: DateTime.of(day, clock) };
+            return { value: [day ?? date.value, clock ?? time.value].join(" ").trim() };
+        },
+        text(value) {
+            if (!(value instanceof DateTime)) return String(value);
+            return value.isZero ? "" : `${format.dateTime(value)}${value.time ? "" : " (no time set)"}`;
+        },
+        wrong(typed, error) {
+            const dateIsRight = parsed(date, format.parseDate) !== undefined;
+            const [part, control, thing] = dateIsRight ? [1, time, "a time"] : [0, date, "a date"];
+            return { problem: refused(control.value.trim(), error, thing), part };
+        },
+    };
+}
+
+/** A button that lets the browser's calendar fill in `date`. */
+function calendar(date, format) {
+    const picker = input("date");
+    picker.className = "picker";
+    picker.tabIndex = -1;
+    picker.setAttribute("aria-hidden", "true");
+    const button = document.createElement("button");
+    button.type = "button";
+    button.className = "icon calendar";
+    button.setAttribute("aria-label", "Choose a date");
+    button.addEventListener("click", () => {
+        picker.value = format.parseDate(date.value) ?? "";
+        picker.showPicker();
+    });
+    picker.addEventListener("change", () => {
+        date.value = format.date(DateTime.of(picker.value));
+        date.dispatchEvent(new Event("input", { bubbles: true }));
+        date.focus();
+    });
+    const both = document.createElement("span");
+    both.className = "with-picker";
+    both.append(button, picker);
+    return both;
+}
+
+/** One of `choices`, { id, name, visible }; a hidden one is offered only where it is chosen. */
+function choice({ none = "None" }, format, choices) {
+    const control = document.createElement("select");
+    const nameOf = (id) => {
+        const item = choices.find((one) => one.id === id);
+        if (!item) return id ? "(no longer exists)" : none;
+        return item.visible ? item.name : `${item.name} (hidden)`;
+    };
+    return {
+        parts: [{ control }],
+        display(value) {
+            const offered = new Set([0, ...choices.filter((one) => one.visible).map(({ id }) => id)]);
+            offered.add(value ?? 0);
+            control.replaceChildren(...[...offered].map((id) => new Option(nameOf(id), id)));
+            control.value = String(value ?? 0);
+        },
+        parse: () => ({ value: Number(control.value) }),
+        text: nameOf,
+        wrong: (typed, error) => ({ problem: error.description }),
+    };
+}
+
+function numberFrom(typed, blank, parse, surelyWrong) {
+    const trimmed = typed.trim();
+    if (!trimmed) return { value: blank };
+    const value = parse(trimmed);
+    if (value !== undefined) return { value };
+    const problem = surelyWrong(trimmed);
+    return problem ? { problem } : { value: trimmed };
+}
+
+function refused(typed, error, thing) {
+    if (error.number === overflow) return `“${typed}” is too large.`;
+    if (error.number === mismatch) return `“${typed}” is not ${thing}.`;
+    return error.description;
+}
+
+function input(type, mode, className = "") {
+    const control = document.createElement("input");
+    control.type = type;
+    control.className = className;
+    control.autocomplete = "off";
+    if (mode) control.inputMode = mode;
+    return control;
+}

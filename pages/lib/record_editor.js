@@ -1,0 +1,96 @@
+// Saves what a form holds into a record of the host, so that nothing typed is lost on the way and
+// nothing that someone else saved meanwhile is overwritten unseen.
+
+import { App, read, release, write } from "./app.js";
+import { chooseBetween } from "./conflict_box.js";
+import { changesBetween } from "./conflicts.js";
+import { collectRefusals } from "./refusals.js";
+
+const audit = ["LastUpdateDate", "LastUpdateUser"];
+
+/**
+ * An editor of the record whose fields `form` shows.
+ * - `open()` gives the record as it is stored now: a held object, or null when it is gone;
+ * - `save(record)` stores it and gives whether the host did;
+ * - `fieldOf(message)` names the field that a refusal is about;
+ * - `format` writes dates; `isNew` records have nobody else's changes to look for.
+ *
+ * `submit()` gives "saved" with the held `record`, "refused" after showing why, or "gone".
+ */
+export function recordEditor({ form, open, save, fieldOf, format, isNew = false }) {
+    let loaded = {};
+    let begun;
+
+    async function submit() {
+        form.clear();
+        const changes = form.changes();
+        if (!changes) return { outcome: "refused" };
+        const record = await open();
+        if (!record) return { outcome: "gone" };
+        const outcome = await store(record, changes);
+        if (outcome !== "saved") release(record);
+        return { outcome, record };
+    }
+
+    async function store(record, changes) {
+        if (!isNew) {
+            const stored = await read(record, [...form.names, ...audit]);
+            const conflicts = changesBetween(loaded, pick(stored, form.names), changes);
+            if (conflicts.length > 0) {
+                if (!(await settle(conflicts, stored))) return "refused";
+                const settled = form.changes();
+                if (!settled) return "refused";
+                return put(record, settled);
+            }
+        }
+        return put(record, changes);
+    }
+
+    async function put(record, changes) {
+        const failed = await write(record, changes);
+        if (Object.keys(failed).length > 0) {
+            form.refuse(failed);
+            return "refused";
+        }
+        const { result, refusals } = await collectRefusals(() => save(record));
+        if (result) return "saved";
+        for (const message of refusals) form.fail(message, fieldOf(message));
+        return "refused";
+    }
+
+    /** Lets the user settle `conflicts`; what is stored then counts as loaded. */
+    async function settle(conflicts, stored) {
+        const choices = await chooseBetween(conflicts, form, await savedBy(stored));
+        if (!choices) return false;
+        for (const { name, theirs } of conflicts) {
+            const field = form.fields.get(name);
+            if (choices[name] === "mine") field.rebase(theirs);
+            else field.show(theirs);
+        }
+        loaded = pick(stored, form.names);
+        return true;
+    }
+
+    async function savedBy({ LastUpdateUser, LastUpdateDate }) {
+        const name = await App.Security.Users.FromId(LastUpdateUser).Name.catch(() => "Someone");
+        return `${name} saved this record on ${format.dateTime(LastUpdateDate)}, after you opened it.`;
+    }
+
+    return {
+        /** Shows `values` as the record that is stored. */
+        show(values) {
+            loaded = pick(values, form.names);
+            form.show(values);
+        },
+
+        /** Runs one submission at a time; a second one meanwhile is the first one's. */
+        submit() {
+            begun ??= submit().finally(() => { begun = undefined; });
+            return begun;
+        },
+    };
+}
+
+function pick(values, names) {
+    return Object.fromEntries(names.map((name) => [name, values[name]]));
+}
