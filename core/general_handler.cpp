@@ -1,6 +1,5 @@
 #include "core/general_handler.h"
 
-#include "automation/describe.h"
 #include "automation/text.h"
 #include "core/host.h"
 #include "core/schema_installer.h"
@@ -65,25 +64,21 @@ void GeneralHandler::EventHandler(const Ref<Object>& hostEvent)
 const Members& GeneralHandler::members() const
 {
     static const Members table =
-        describe<GeneralHandler>("Answers sign-in, sign-out and interaction events.")
-            .method("EventHandler", &GeneralHandler::EventHandler, {arg("Ev")},
-                    "Answers a host event.");
+        answererMembers<GeneralHandler>("Answers sign-in, sign-out and interaction events.");
     return table;
 }
 
 const Members& SettingHandler::members() const
 {
-    static const Members table = describe<SettingHandler>("Answers settings and attribute events.")
-                                     .method("EventHandler", &SettingHandler::EventHandler,
-                                             {arg("Ev")}, "Answers a host event.");
+    static const Members table =
+        answererMembers<SettingHandler>("Answers settings and attribute events.");
     return table;
 }
 
 const Members& SecurityHandler::members() const
 {
-    static const Members table = describe<SecurityHandler>("Answers the security zones event.")
-                                     .method("EventHandler", &SecurityHandler::EventHandler,
-                                             {arg("Ev")}, "Answers a host event.");
+    static const Members table =
+        answererMembers<SecurityHandler>("Answers the security zones event.");
     return table;
 }
 

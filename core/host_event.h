@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "automation/members.h"
+#include "automation/describe.h"
 #include "core/host_part.h"
 
 namespace qmevents {
@@ -24,6 +24,14 @@ class EventAnswerer : public DescribedObject {
 public:
     virtual void EventHandler(const Ref<Object>& hostEvent) = 0;
 };
+
+/// The member table of an answering class that shows the host nothing else.
+template <typename C>
+Members answererMembers(const char* documentation)
+{
+    return describe<C>(documentation)
+        .method("EventHandler", &C::EventHandler, {arg("Ev")}, "Answers a host event.");
+}
 
 /// The groups of host events, one answering class each.
 enum class EventGroup { donor, report, smartList, mailing, setting, general, security };
