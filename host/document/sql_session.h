@@ -3,30 +3,25 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <span>
 #include <string>
 #include <string_view>
-#include <variant>
 #include <vector>
 
 #include "host/document/cursor.h"
 #include "host/document/database.h"
 #include "host/document/dialect.h"
+#include "host/document/host_value.h"
 
 namespace refhost {
-
-/// A value in the host's own SQL, bound as a parameter or read from a row.
-using HostValue = std::variant<std::nullptr_t, std::int64_t, double, std::string>;
-using HostRow = std::vector<HostValue>;
 
 /// What a session did, for a trace.
 struct Traced {
     enum class Kind { read, write };
-    std::string_view text;
+    std::string_view text{};
     Kind kind = Kind::read;
     std::int64_t rows = 0;         ///< Changed rows of a write; -1 for a read, whose rows stream.
     std::int64_t microseconds = 0; ///< For a read until its first row was there.
-    std::string error;             ///< Empty when the statement succeeded.
+    std::string error{};           ///< Empty when the statement succeeded.
 };
 
 /// One signed-in user's way to the database, in one dialect, used on one thread. Texts are
@@ -62,9 +57,9 @@ public:
 
     /// Runs the host's own SQL (of the embedded engine, `?` for each parameter), untraced. Tables
     /// whose names begin with "host_" are the host's: no dialect text reaches them.
-    std::int64_t hostExecute(std::string_view sql, std::span<const HostValue> parameters = {});
+    std::int64_t hostExecute(std::string_view sql, const std::vector<HostValue>& parameters = {});
     std::vector<HostRow> hostQuery(std::string_view sql,
-                                   std::span<const HostValue> parameters = {});
+                                   const std::vector<HostValue>& parameters = {});
 
 private:
     class Implementation;
