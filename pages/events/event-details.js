@@ -2,7 +2,7 @@
 
 import { App, read, release } from "../lib/app.js";
 import { bindKey } from "../lib/keys.js";
-import { reportFailure } from "../lib/notice.js";
+import { noticeLater, reportFailure } from "../lib/notice.js";
 import { startPage } from "../lib/page.js";
 import { commands, manage } from "./addin.js";
 import { fillModel, readModel } from "./details_model.js";
@@ -15,6 +15,8 @@ const id = Number(new URLSearchParams(location.search).get("id"));
 const byId = (name) => document.getElementById(name);
 
 startPage("Events", async ({ format, allowed }) => {
+    let isDeleting = false;
+
     async function load() {
         const event = id > 0 ? await manage().GetEvent(id) : null;
         if (!event) return showMissing("This event no longer exists.");
@@ -48,9 +50,15 @@ startPage("Events", async ({ format, allowed }) => {
     byId("edit").hidden = !allowed("events/edit");
     byId("delete").hidden = !allowed("events/delete");
     byId("edit").addEventListener("click", () => { commands().EditEvent(id); });
-    byId("delete").addEventListener("click", () => { commands().DeleteEvent(id); });
+    byId("delete").addEventListener("click", async () => {
+        isDeleting = true;
+        await commands().DeleteEvent(id).finally(() => { isDeleting = false; });
+        if (await manage().GetEvent(id)) return load();
+        noticeLater("Event deleted.");
+        location.assign("/events/events-view");
+    });
     if (allowed("events/edit")) bindKey("e", "Edit this event", () => byId("edit").click());
-    document.addEventListener("hostrefresh", () => load().catch(reportFailure));
+    document.addEventListener("hostrefresh", () => isDeleting || load().catch(reportFailure));
 
     await load();
 });

@@ -103,11 +103,15 @@ startPage("Events", async ({ session, format, allowed }) => {
     await load();
 });
 
-/** New rows in place of the old; the focus stays on the same event's row. */
+/** New rows in place of the old; the focus stays on the same event's row, or on its place. */
 function replaceRows(made) {
-    const focused = document.activeElement.closest?.("tr[data-id]")?.dataset.id;
+    const focused = document.activeElement.closest?.("tr[data-id]");
+    const { id } = focused?.dataset ?? {};
+    const place = focused ? focused.sectionRowIndex : -1;
     body.replaceChildren(...made);
-    if (focused) body.querySelector(`tr[data-id="${focused}"] a.row-link`)?.focus();
+    if (!focused) return;
+    const row = body.querySelector(`tr[data-id="${id}"]`) ?? body.rows[place] ?? [...body.rows].at(-1);
+    (row?.querySelector("a.row-link") ?? byId("search")).focus();
 }
 
 function rowMaker(format, allowed, lookups) {

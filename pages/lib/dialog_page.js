@@ -1,6 +1,7 @@
 // What every page in a dialog window does: its title, Escape, closing with an answer.
 
 import { App } from "./app.js";
+import { answerOf } from "./chain.js";
 import { localeFormats } from "./locale.js";
 import { reportFailure } from "./notice.js";
 import { currentSession, inDialog, post } from "./server.js";
@@ -37,6 +38,7 @@ function cancel() {
     if (inDialog) window.frameElement.dispatchEvent(new CustomEvent("windowcancel"));
 }
 
-function close(returnValue, url) {
-    return post("/api/dialog-close", { window: windowNumber, returnValue, ...(url && { url }) });
+async function close(returnValue, url) {
+    const body = { window: windowNumber, returnValue, ...(url && { url }) };
+    answerOf(await post("/api/dialog-close", body));
 }

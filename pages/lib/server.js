@@ -8,6 +8,7 @@ export class SignedOutError extends Error {}
 
 const viewKey = "view";
 let token;
+let pending = 0;
 
 /** Whether this page stands in a dialog of another page. */
 export const inDialog = window.parent !== window;
@@ -28,12 +29,12 @@ function newView() {
 export async function post(path, body = {}) {
     const headers = { "Content-Type": "application/json", "X-View": view };
     if (token) headers["X-Token"] = token;
-    let response;
-    try {
-        response = await fetch(path, { method: "POST", headers, body: JSON.stringify(body) });
-    } catch {
-        throw new ConnectionError("The server cannot be reached. Try again in a moment.");
-    }
+    pending += 1;
+    const response = await fetch(path, { method: "POST", headers, body: JSON.stringify(body) })
+        .catch(() => {
+            throw new ConnectionError("The server cannot be reached. Try again in a moment.");
+        })
+        .finally(() => { pending -= 1; });
     if (response.status === 401 && path !== "/api/signin") {
         throw new SignedOutError("Your session has ended. Sign in again to go on.");
     }
@@ -43,6 +44,9 @@ export async function post(path, body = {}) {
     }
     return answer;
 }
+
+/** Whether an answer of the server is still awaited. */
+export const isWaiting = () => pending > 0;
 
 let session;
 

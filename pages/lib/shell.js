@@ -3,7 +3,7 @@
 import { closeWindow, frontDocument, loadInWindow, openWindow } from "./dialog_window.js";
 import { confirmBox } from "./message_box.js";
 import { reportFailure } from "./notice.js";
-import { leave, post, view } from "./server.js";
+import { isWaiting, leave, post, view } from "./server.js";
 
 const titles = {
     box: "Message",
@@ -29,20 +29,41 @@ const handlers = {
     modified: () => document.dispatchEvent(new CustomEvent("hostmodified")),
 };
 
+let source;
+
 /** Listens to the host until the page is left. */
 export function listen() {
-    const source = new EventSource(`/api/events?view=${encodeURIComponent(view)}`);
-    for (const [name, handle] of Object.entries(handlers)) {
-        source.addEventListener(name, ({ data }) => handle(JSON.parse(data)));
-    }
+    connect();
     addEventListener("pagehide", () => {
         source.close();
         leave();
     });
+    document.addEventListener("visibilitychange", onVisibility);
     // A page out of the browser's memory has nothing left on the server.
     addEventListener("pageshow", ({ persisted }) => {
         if (persisted) location.reload();
     });
+}
+
+function connect() {
+    source = new EventSource(`/api/events?view=${encodeURIComponent(view)}`);
+    for (const [name, handle] of Object.entries(handlers)) {
+        source.addEventListener(name, ({ data }) => handle(JSON.parse(data)));
+    }
+}
+
+/**
+ * Browsers allow few connections to one server, so a page out of sight that waits for nothing gives
+ * its own up, and catches up once it is seen again.
+ */
+function onVisibility() {
+    const isIdle = !isWaiting() && !document.querySelector("dialog:modal");
+    if (document.hidden && isIdle) {
+        source.close();
+    } else if (!document.hidden && source.readyState === EventSource.CLOSED) {
+        connect();
+        handlers.refresh();
+    }
 }
 
 /**

@@ -14,7 +14,8 @@ const childCounts = [
     ["Tasks.Count", "task", "tasks"],
 ];
 const moneyFigures = ["CurrentRevenue", "receivedAmount", "totalPledged", "TotalExpenses"];
-const columns = ["Name", "StartDateTime", "hasDonations", "numberDonations", "numberPledges",
+const columns = ["Name", "StartDateTime", "hasDonations", "ReservationsRevenue",
+    "numberDonations", "numberPledges",
     ...moneyFigures, ...childCounts.map(([property]) => property)];
 
 const { format, close } = await startDialogPage();
@@ -35,7 +36,7 @@ function show(values) {
         return item;
     }));
     byId("children").hidden = counts.length === 0;
-    byId("gifts").hidden = !values.hasDonations;
+    byId("gifts").hidden = !values.hasDonations && values.ReservationsRevenue.isZero;
     byId("gifts-legend").textContent = giftsText(values);
 
     const hasMoney = moneyFigures.some((property) => !values[property].isZero);
@@ -55,7 +56,7 @@ function giftsText({ receivedAmount, numberDonations, totalPledged, numberPledge
         [numberDonations, "payment", receivedAmount, " received"], [numberPledges, "pledge", totalPledged, ""],
     ].filter(([count]) => count > 0).map(([count, thing, amount, after]) =>
         `${format.whole(count)} ${thing}${count === 1 ? "" : "s"} of ${format.money(amount)}${after}`);
-    return `Gifts tied to the event${parts.length > 0 ? `: ${parts.join(" and ")}` : ""}`;
+    return `Gifts tied to the event or its reservations${parts.length > 0 ? `: ${parts.join(" and ")}` : ""}`;
 }
 
 /** Whether the event's name was typed, give or take case and blanks; says so if not. */
