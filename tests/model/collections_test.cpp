@@ -1,0 +1,240 @@
+#include <gtest/gtest.h>
+
+#include "model/event.h"
+#include "model/lookup_items.h"
+#include "model/secure_collection.h"
+#include "store/store_access.h"
+#include "tests/support/scripted_host.h"
+
+namespace qmevents {
+namespace {
+
+using testing::Log;
+using testing::puppet;
+using testing::ScriptedHost;
+
+Ref<cEvent> event(const std::string& name, std::int32_t id = 0)
+{
+    auto made = makeRef<cEvent>();
+    made->Name = name;
+    StoreAccess::setId(*made, id);
+    return made;
+}
+
+// Adds a new item and gives the key that was written back.
+std::int32_t addNew(const Ref<cEvents>& events, const std::string& name)
+{
+    Value arguments[] = {Value(event(name)), Value(0)};
+    invokeNamed(events, "Add", CallKind::method, arguments);
+    return toInt32(arguments[1]);
+}
+
+std::string order(const Ref<Object>& events)
+{
+    std::string names;
+    const Value sorted = get(events, "SortedItems");
+    for (const auto& item : sorted.array()->items) {
+        names += (names.empty() ? "" : " ") +
+                 (item.isNothing() ? "-" : toText(get(item.object(), "Name")));
+    }
+    return names;
+}
+
+TEST(TemporaryKeys, AreTheFreeNumbersNearestToZero)
+{
+    const auto events = makeRef<cEvents>();
+    EXPECT_EQ(addNew(events, "a"), -1);
+    EXPECT_EQ(addNew(events, "b"), -2);
+    EXPECT_EQ(addNew(events, "c"), -3);
+    call(events, "RemoveByKey", -2);
+    EXPECT_EQ(addNew(events, "d"), -2);
+    call(events, "Add", event("own"), -5); // a caller's own negative key is passed over
+    EXPECT_EQ(addNew(events, "e"), -4);
+    EXPECT_EQ(addNew(events, "f"), -6);
+    call(getObject(events, "Items"), "Remove", "FK=-1"); // the live items are open to callers
+    EXPECT_EQ(addNew(events, "g"), -1);
+    call(events, "Remove", 1);
+    call(events, "RemoveAll");
+    EXPECT_EQ(addNew(events, "h"), -1);
+    EXPECT_EQ(toText(get(toObject(call(events, "Item", "FK=-1")), "Name")), "h");
+}
+
+TEST(TemporaryKeys, AreFoundWithoutTryingTheTakenOnesAgain)
+{
+    // A hundred thousand tries for each item would take minutes.
+    const auto events = makeRef<cEvents>();
+    const auto shared = event("all");
+    for (int i = 1; i <= 100000; ++i) {
+        Value key = 0;
+        events->Add(shared, &key);
+        ASSERT_EQ(toInt32(key), -i);
+    }
+    for (int i = 0; i < 1000; ++i) {
+        events->RemoveByKey(-1, false);
+        Value key = 0;
+        events->Add(shared, &key);
+        ASSERT_EQ(toInt32(key), -1);
+        if (i == 0) break; // the removal clears every entry with id 0 from the order
+    }
+}
+
+TEST(Collections, FindItemsByPositionKeyAndRecordKey)
+{
+    const auto events = makeRef<cEvents>();
+    call(events, "Add", event("loose"));
+    call(events, "Add", event("keyed", 42), "42");
+    EXPECT_EQ(toText(get(toObject(call(events, "ItemByKey", 42)), "Name")), "keyed");
+    EXPECT_EQ(toText(get(toObject(call(events, "Item", "FK=42")), "Name")), "keyed");
+    EXPECT_EQ(toText(get(toObject(get(events, "Item", 1)), "Name")), "loose");
+    EXPECT_EQ(toInt32(get(events, "Count")), 2);
+    const std::tuple<const char*, Value, int> bad[] = {{"ItemByKey", 7, 5},
+                                                       {"Item", 3, 9},
+                                                       {"Item", 0, 9},
+                                                       {"Item", "42", 5},
+                                                       {"RemoveByKey", 7, 5}};
+    for (const auto& [member, argument, number] : bad) {
+        try {
+            call(events, member, argument);
+            ADD_FAILURE() << member;
+        } catch (const Error& error) {
+            EXPECT_EQ(error.number(), number) << member;
+        }
+    }
+    EXPECT_THROW(call(events, "Add", event("again", 42), 42), Error);
+    EXPECT_THROW(call(events, "Add", makeRef<cEventStatus>(), 1), Error);
+    EXPECT_THROW(call(events, "Add", event("no number"), "seven"), Error);
+    EXPECT_THROW(call(events, "Add", Value::nothing()), Error);
+    EXPECT_EQ(toInt32(get(events, "Count")), 2);
+    EXPECT_EQ(order(events), "loose keyed");
+}
+
+TEST(Collections, RemoveByPositionAndByKeyDiffer)
+{
+    const auto events = makeRef<cEvents>();
+    for (int id = 1; id <= 4; ++id)
+        call(events, "Add", event(std::string(1, char('a' + id - 1)), id), id);
+    call(events, "RemoveByKey", 4);
+    EXPECT_EQ(toInt32(get(getObject(events, "DeletedItems"), "Count")), 0);
+    EXPECT_EQ(order(events), "a b c");
+    call(events, "Remove", 1); // recorded as deleted, but its place in the order stays
+    EXPECT_EQ(order(events), "a b c");
+    call(events, "Add", event("e", 5), 5); // sizes the order to the count and takes the last place
+    EXPECT_EQ(order(events), "a b e");
+    call(events, "Remove", 1, true);
+    EXPECT_EQ(order(events), "a e");
+    call(events, "RemoveByKey", 5, true);
+    EXPECT_EQ(toInt32(get(getObject(events, "DeletedItems"), "Count")), 3);
+    call(events, "RemoveAll");
+    EXPECT_EQ(toInt32(get(getObject(events, "DeletedItems"), "Count")), 4);
+    EXPECT_EQ(order(events), "");
+    EXPECT_EQ(get(events, "SortedItems").array()->dimensions[0].lower, 1);
+}
+
+TEST(Collections, SortByTextWithoutCaseAndLeaveTheItemsAlone)
+{
+    const auto sorted = [](const std::vector<std::string>& names) {
+        const auto events = makeRef<cEvents>();
+        std::int32_t id = 0;
+        for (const auto& name : names) call(events, "Add", event(name, ++id), id);
+        call(events, "Sort", "name");
+        EXPECT_EQ(toText(get(toObject(get(events, "Item", 1)), "Name")), names[0]);
+        return order(events);
+    };
+    EXPECT_EQ(sorted({"beta", "Alpha", "alpha2"}), "Alpha alpha2 beta");
+    EXPECT_EQ(sorted({"9", "10", "100"}), "10 100 9");
+    EXPECT_EQ(sorted({"b", "a"}), "a b");
+    EXPECT_EQ(sorted({"einsatz", "Élan", "élan2", "zebra"}), "einsatz zebra Élan élan2");
+    EXPECT_EQ(sorted({"c", "b", "a", "f", "e", "d", "i", "h", "g", "b", "a"}),
+              "a a b b c d e f g h i");
+}
+
+TEST(Collections, SortManyEqualAndSortedItemsQuickly)
+{
+    const auto events = makeRef<cEvents>();
+    for (int id = 1; id <= 20000; ++id) events->Add(event(id % 2 ? "same" : "other", id), nullptr);
+    events->Sort("Name");
+    events->Sort("Name");
+    const Value result = events->SortedItems();
+    EXPECT_EQ(toText(get(result.array()->items.front().object(), "Name")), "other");
+    EXPECT_EQ(toText(get(result.array()->items.back().object(), "Name")), "same");
+    EXPECT_THROW(events->Sort("NoSuchProperty"), Error);
+    EXPECT_EQ(events->SortedItems().array()->items.size(), 20000U);
+}
+
+TEST(Collections, MoveOneStepAndReportTheEnds)
+{
+    ScriptedHost host;
+    const auto events = makeRef<cEvents>();
+    for (int id = 1; id <= 3; ++id)
+        call(events, "Add", event(std::string(1, char('a' + id - 1)), id), id);
+    call(events, "Move", 1, 0, 1); // down in an ascending list
+    EXPECT_EQ(order(events), "b a c");
+    call(events, "MoveByKey", 1, 1, 0); // up in a descending one
+    EXPECT_EQ(order(events), "b c a");
+    call(events, "MoveByKey", 1, 0, 0);
+    EXPECT_EQ(order(events), "b a c");
+    EXPECT_TRUE(host.log.empty());
+    call(events, "MoveByKey", 2, 0, 0);
+    call(events, "MoveByKey", 3, 0, 1);
+    EXPECT_EQ(order(events), "b a c");
+    EXPECT_EQ(host.log, (Log{"ErrorUnexpected: Error calculating the move to index.",
+                             "ErrorUnexpected: Error calculating the move to index."}));
+}
+
+TEST(Collections, AreEnumeratedAndShownWhole)
+{
+    const auto events = makeRef<cEvents>();
+    for (const char* name : {"b", "a"}) addNew(events, name);
+    std::string names;
+    Value item;
+    for (const auto walk = events->enumerate(); walk->next(item);) {
+        names += toText(get(item.object(), "Name"));
+    }
+    EXPECT_EQ(names, "ba");
+    EXPECT_EQ(toInt32(get(getObject(events, "Items"), "Count")), 2);
+    EXPECT_THROW(call(events, "Initialize"), Error); // the engine's own, not shown
+    const auto engine = makeRef<CollectionTemplate>();
+    EXPECT_THROW(get(engine, "Count"), Error);
+    call(engine, "Initialize");
+    call(engine, "Add", event("x"));
+    call(engine, "Terminate");
+    EXPECT_THROW(call(engine, "Add", event("x")), Error);
+}
+
+TEST(LookupItems, SortByTheirNumbersThroughText)
+{
+    const auto statuses = makeRef<cEventStatuses>();
+    for (int place : {12, 7, 100}) {
+        const auto status = makeRef<cEventStatus>();
+        put(status, "Name", "n" + std::to_string(place));
+        put(status, "Order", place);
+        put(status, "Id", place);
+        call(statuses, "Add", status, place);
+    }
+    EXPECT_EQ(toText(get(toObject(call(statuses, "ItemByKey", 7)), "SortOrder")),
+              "000000000000007");
+    call(statuses, "Sort", "SortOrder");
+    EXPECT_EQ(order(statuses), "n7 n12 n100");
+    EXPECT_EQ(toText(call(statuses, "ToString")), "n12, n7, n100");
+    EXPECT_EQ(toText(call(statuses, "ToString", "|")), "n12|n7|n100");
+    EXPECT_EQ(toText(call(makeRef<cEventStatuses>(), "ToString")), "");
+}
+
+TEST(SecureCollection, HoldsOnlyWhatTheUserMaySee)
+{
+    ScriptedHost host;
+    host.deniedRights = {"donations/view"};
+    const auto tabs = makeRef<SecureCollection>();
+    for (const char* operation : {"donations/view", "events/view"}) {
+        auto tab = puppet("Tab");
+        tab->holds("Operation", operation);
+        call(tabs, "Add", tab, operation);
+    }
+    EXPECT_EQ(toInt32(get(tabs, "Count")), 1);
+    EXPECT_THROW(get(tabs, "Item", "donations/view"), Error);
+    call(tabs, "Remove", "events/view");
+    EXPECT_EQ(toInt32(get(tabs, "Count")), 0);
+}
+
+} // namespace
+} // namespace qmevents

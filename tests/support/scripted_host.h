@@ -1,0 +1,85 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "automation/collection.h"
+#include "tests/support/puppet.h"
+
+namespace qmevents::testing {
+
+/// The rows that a query answers with.
+struct Rows {
+    std::vector<std::string> columns;
+    std::vector<std::vector<Value>> rows;
+};
+
+/// A record set over `rows`; counts how often it is closed.
+Ref<Object> recordSet(Rows rows, int* closed = nullptr);
+
+/// A host for tests of the add-in: it records what the add-in does and answers as scripted.
+/// Literals show their kind: number 7 as a key of another row is "<2:7>". While it lives, this
+/// thread's add-in is initialised with it.
+class ScriptedHost {
+public:
+    ScriptedHost();
+    ScriptedHost(const ScriptedHost&) = delete;
+    ScriptedHost& operator=(const ScriptedHost&) = delete;
+    ~ScriptedHost();
+
+    /// Everything that happened, in order: statements as they are, others as "MsgBox: text |
+    /// title", "ErrorUser: text", "ErrorUnexpected: text", "Navigate: url", "Lock event 7", "Unlock
+    /// event 7", "BeginTrans", "ForceUpdate" and so on.
+    std::vector<std::string> log;
+    std::int32_t documentType = 1;
+    std::set<std::string> deniedRights;
+    bool lockHeldByAnother = false;
+    bool transactionOpen = false;
+    std::optional<std::size_t> failingStatement; ///< The nth statement from here (0 is the next).
+    std::map<std::string, Value> session;
+    std::map<std::string, Value> preferences; ///< By "section/key".
+    std::map<std::string, Value> settings;
+    std::map<std::string, std::set<std::int32_t>> codes; ///< Ids by code list.
+    std::map<std::int32_t, std::string> donors;          ///< Display names by id.
+    std::map<std::string, Value> dialogValues;
+    /// What the page in a dialog does before it closes; the return value.
+    std::function<Value()> dialogPage;
+    std::int32_t requiredSchema = 2;
+    std::function<void(const std::string&)> runScript;
+
+    /// Queries that contain `part` answer with `rows`; the newest rule that fits counts.
+    void answer(const std::string& part, Rows rows);
+
+    Ref<Object> app() const { return app_; }
+    Ref<Object> root(const std::string& name) const { return roots_.at(name); }
+    Ref<Object> store() const { return getObject(root("Events"), "EventsManage"); }
+    Ref<Object> lists() const { return getObject(root("Events"), "ListManage"); }
+    Ref<Object> commands() const { return getObject(root("Workflow"), "Events"); }
+
+    /// What has been logged since the last call.
+    std::vector<std::string> takeLog() { return std::exchange(log, {}); }
+
+private:
+    Ref<Object> makeDocument();
+    Ref<Object> makeProvider();
+    Ref<Object> makeShell();
+    Ref<Object> makeDialogEngine();
+    Ref<Object> makeSecurity();
+    Ref<Object> makeModules();
+    Ref<Object> makeUtils();
+    void statement(const std::string& text);
+
+    Ref<Puppet> app_;
+    std::map<std::string, Ref<Object>> roots_;
+    std::vector<std::pair<std::string, Rows>> answers_;
+    Value dialogHandler_;
+    Value dialogReturnValue_;
+};
+
+using Log = std::vector<std::string>;
+
+} // namespace qmevents::testing
