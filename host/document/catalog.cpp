@@ -94,6 +94,24 @@ const CatalogTable* Catalog::find(std::string_view name)
     return &tables_.emplace(table.name, std::move(table)).first->second;
 }
 
+std::string Catalog::definition(const std::string& table)
+{
+    const auto rows = connection_.rows(
+        "SELECT sql FROM sqlite_schema WHERE type = 'table' AND name = ?", {table});
+    return rows.empty() ? "" : textOf(rows[0][0]);
+}
+
+std::vector<std::string> Catalog::indexDefinitions(const std::string& table)
+{
+    std::vector<std::string> definitions;
+    for (const HostRow& row : connection_.rows("SELECT sql FROM sqlite_schema WHERE type = 'index' "
+                                               "AND tbl_name = ? AND sql IS NOT NULL",
+                                               {table})) {
+        definitions.push_back(textOf(row[0]));
+    }
+    return definitions;
+}
+
 std::string queryNote(const std::vector<SqlType>& types, bool updatable)
 {
     std::string note(noteBegin);

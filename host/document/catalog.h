@@ -36,6 +36,11 @@ public:
     const CatalogTable* find(std::string_view name);
     void forget() { tables_.clear(); }
 
+    /// The statement that made a table, as the database keeps it.
+    std::string definition(const std::string& table);
+    /// The statements that made the indexes of a table.
+    std::vector<std::string> indexDefinitions(const std::string& table);
+
 private:
     Connection& connection_;
     std::unordered_map<std::string, CatalogTable, qmevents::text::NameHash,

@@ -169,6 +169,15 @@ HostValue convert(HostValue value, TypeKind from, const SqlType& to, Dialect dia
     return value;
 }
 
+std::string convertedSql(const std::string& sql, TypeKind from, const SqlType& to, Dialect dialect,
+                         Purpose purpose)
+{
+    const int mode = static_cast<int>(purpose) + (dialect == Dialect::jet ? 4 : 0);
+    return "host_convert(" + sql + "," + std::to_string(static_cast<int>(from)) + "," +
+           std::to_string(static_cast<int>(to.kind)) + "," + std::to_string(to.length) + "," +
+           std::to_string(mode) + ")";
+}
+
 Date readDate(std::string_view text, Dialect dialect)
 {
     if (dialect == Dialect::jet) {

@@ -31,6 +31,10 @@ enum class Purpose { compare, assign, cast };
 HostValue convert(HostValue value, TypeKind from, const SqlType& to, Dialect dialect,
                   Purpose purpose);
 
+/// The engine's call that converts the value of `sql` so.
+std::string convertedSql(const std::string& sql, TypeKind from, const SqlType& to, Dialect dialect,
+                         Purpose purpose);
+
 /// A date text as the engine reads it whatever language its user speaks: in SQL Server
 /// "yyyy-mm-ddThh:nn:ss", "yyyymmdd" and "yyyymmdd hh:nn:ss" (an empty text is 1 January 1900); in
 /// Jet what a user would type. Throws ConversionError.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "host/document/table_rebuild.h"
 #include "host/document/translator.h"
 
 namespace refhost {
@@ -217,14 +218,22 @@ private:
                ")";
     }
 
-    // Where the stored form stays the same, the column's declaration is all that changes.
     std::vector<std::string> changedColumn(const CatalogTable& table,
                                            const ColumnDefinition& changed)
     {
         const CatalogColumn* column = table.find(nameOf(changed.name));
         if (!column) refuse(changed.name, "the table has no such column");
-        refuse(changed.type.at, "the type of a column of '" + table.name +
-                                    "' cannot be changed; add another column");
+        if (column->counter || changed.counter) {
+            refuse(changed.name, "a column that numbers the rows stays as it is");
+        }
+        if (changed.defaultValue && dialect_ == Dialect::sqlServer) {
+            refuse(changed.defaultValue->at, "SQL Server changes a default by a constraint only");
+        }
+        if (changed.primaryKey || changed.unique) {
+            refuse(changed.name, "a key is not changed with the column");
+        }
+        return rebuildStatements(catalog_, table,
+                                 {column, definition(changed), typeOf(changed.type)}, dialect_);
     }
 
     Dialect dialect_;

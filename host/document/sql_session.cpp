@@ -148,7 +148,8 @@ private:
         try {
             for (const std::string& sql : plan.sql) connection_.run(sql);
         } catch (...) { // all of the change or nothing
-            connection_.run("ROLLBACK TO host_change; RELEASE host_change");
+            connection_.run("ROLLBACK TO host_change; RELEASE host_change; "
+                            "PRAGMA legacy_alter_table = OFF");
             throw;
         }
         connection_.run("RELEASE host_change");

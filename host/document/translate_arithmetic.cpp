@@ -223,12 +223,7 @@ Piece Translator::converted(Piece piece, const SqlType& target, Purpose purpose,
                       (piece.type.length > 0 && piece.type.length <= target.length);
     const bool widens = piece.type.isWhole() && target.isNumber() && to > from;
     const bool asIs = (from == to && fits) || widens;
-    if (!asIs) {
-        const int mode = static_cast<int>(purpose) + (sqlServer() ? 0 : 4);
-        piece.sql = "host_convert(" + piece.sql + "," + std::to_string(static_cast<int>(from)) +
-                    "," + std::to_string(static_cast<int>(to)) + "," +
-                    std::to_string(target.length) + "," + std::to_string(mode) + ")";
-    }
+    if (!asIs) piece.sql = convertedSql(piece.sql, from, target, dialect_, purpose);
     const bool lengthUnknown = from == TypeKind::text && asIs && target.length == 0;
     if (!lengthUnknown) piece.type = target;
     piece.condition = false;
