@@ -26,9 +26,13 @@ startPage("Events", async ({ format, allowed }) => {
     const form = createForm(byId("event"), eventGroups, { format, choices });
     const save = (record) => manage().UpdateEvent(record, true, true);
     const common = { form, save, fieldOf: fieldOfRefusal, format };
-    const newEditor = () => recordEditor({ ...common, open: () => manage().GetNewEvent(), isNew: true });
-    let editor = isNewPage
-        ? newEditor() : recordEditor({ ...common, open: () => manage().GetEvent(id) });
+    const newEditor = () => recordEditor({ ...common, open: () => manage().GetNewEvent() });
+    const storedEditor = () => recordEditor({
+        ...common,
+        open: () => manage().GetEvent(id),
+        lock: () => App.Document.GetLock("event", id),
+    });
+    let editor = isNewPage ? newEditor() : storedEditor();
     editor.show(isNewPage ? await read(manage().GetNewEvent(), names) : values);
     if (isNewPage) form.fill(values);
 

@@ -44,7 +44,9 @@ export function createField(description, format, choices) {
         /** Takes `stored` for what is stored and leaves what the controls show. */
         rebase(stored) {
             const kept = controls.map(({ value }) => value);
-            this.show(stored);
+            kind.display(stored);
+            loaded = stored;
+            shownAs = typed();
             controls.forEach((control, index) => { control.value = kept[index]; });
         },
 

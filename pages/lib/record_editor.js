@@ -1,7 +1,7 @@
 // Saves what a form holds into a record of the host, so that nothing typed is lost on the way and
 // nothing that someone else saved meanwhile is overwritten unseen.
 
-import { App, read, release, write } from "./app.js";
+import { App, HostError, read, release, write } from "./app.js";
 import { chooseBetween } from "./conflict_box.js";
 import { changesBetween } from "./conflicts.js";
 import { collectRefusals } from "./refusals.js";
@@ -13,37 +13,51 @@ const audit = ["LastUpdateDate", "LastUpdateUser"];
  * - `open()` gives the record as it is stored now: a held object, or null when it is gone;
  * - `save(record)` stores it and gives whether the host did;
  * - `fieldOf(message)` names the field that a refusal is about;
- * - `format` writes dates; `isNew` records have nobody else's changes to look for.
+ * - `lock()` takes the record's lock, so that nobody saves between the last look and the saving; a
+ *   record without one is new and has nobody else's changes to look for;
+ * - `format` writes dates.
  *
  * `submit()` gives "saved" with the held `record`, "refused" after showing why, or "gone".
  */
-export function recordEditor({ form, open, save, fieldOf, format, isNew = false }) {
+export function recordEditor({ form, open, save, fieldOf, lock, format }) {
     let loaded = {};
     let begun;
 
     async function submit() {
         form.clear();
-        const changes = form.changes();
-        if (!changes) return { outcome: "refused" };
-        const record = await open();
-        if (!record) return { outcome: "gone" };
-        const outcome = await store(record, changes);
-        if (outcome !== "saved") release(record);
-        return { outcome, record };
+        for (;;) {
+            // A new record may still hold what an earlier attempt has written, so it is given all.
+            const changes = lock ? form.changes() : form.values();
+            if (!changes) return { outcome: "refused" };
+            const { outcome, record, conflicts, stored } = await attempt(changes);
+            if (!conflicts) return { outcome, record };
+            if (!(await settle(conflicts, stored))) return { outcome: "refused" };
+        }
+    }
+
+    /** Saves `changes` unless someone else's changes are in the way; then gives those. */
+    async function attempt(changes) {
+        if (!lock) return store(await open(), changes);
+        const held = await lock().catch(hostHasToldWhy);
+        if (!held) return { outcome: "refused" };
+        try {
+            const record = await open();
+            if (!record) return { outcome: "gone" };
+            const stored = await read(record, [...form.names, ...audit]);
+            const conflicts = changesBetween(loaded, pick(stored, form.names), changes);
+            if (conflicts.length === 0) return await store(record, changes);
+            release(record);
+            return { conflicts, stored };
+        } finally {
+            release(held);
+        }
     }
 
     async function store(record, changes) {
-        if (!isNew) {
-            const stored = await read(record, [...form.names, ...audit]);
-            const conflicts = changesBetween(loaded, pick(stored, form.names), changes);
-            if (conflicts.length > 0) {
-                if (!(await settle(conflicts, stored))) return "refused";
-                const settled = form.changes();
-                if (!settled) return "refused";
-                return put(record, settled);
-            }
-        }
-        return put(record, changes);
+        const outcome = await put(record, changes);
+        if (outcome === "saved") return { outcome, record };
+        release(record);
+        return { outcome };
     }
 
     async function put(record, changes) {
@@ -89,6 +103,11 @@ export function recordEditor({ form, open, save, fieldOf, format, isNew = false 
             return begun;
         },
     };
+}
+
+/** The host itself says who holds a record. */
+function hostHasToldWhy(error) {
+    if (!(error instanceof HostError)) throw error;
 }
 
 function pick(values, names) {

@@ -26,7 +26,6 @@ const editor = recordEditor({
     save: (event) => manage().UpdateEvent(event, true, true),
     fieldOf: fieldOfRefusal,
     format,
-    isNew: true,
 });
 editor.show(await read(App.Shell.Dialog("EventInfo"), names));
 form.fields.get("Name").focus();

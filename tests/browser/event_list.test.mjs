@@ -1,0 +1,96 @@
+import assert from "node:assert/strict";
+import { browserTest } from "./harness.mjs";
+import { expectRows, makeEvent, signIn } from "./steps.mjs";
+
+browserTest("The list searches literally, sorts, filters, and Back returns to it", async ({ page }) => {
+    await signIn(page, "anna");
+    const made = [
+        { Name: "Zz gala 100% art", StartDateTime: "2031-01-02T00:00:00", MaxCapacity: 9 },
+        { Name: "Zz gala 100 art", StartDateTime: "2031-01-01T18:30:00", MaxCapacity: 80 },
+        { Name: "Zz run_5k [open]", StartDateTime: "2031-01-03T09:00:00", MaxCapacity: 700 },
+        { Name: "Zz runs5k open", StartDateTime: "2001-01-03T09:00:00" },
+    ];
+    for (const values of made) await makeEvent(page, values);
+
+    await page.goto("/events/events-view");
+    const search = page.getByRole("searchbox");
+    await search.fill("zz");
+    await expectRows(page, ["Zz gala 100 art", "Zz gala 100% art", "Zz run_5k [open]"]);
+    assert.match(await page.locator("tbody tr").nth(1).textContent(), /no time set/);
+    for (const [typed, names] of [
+        ["zz 0%", ["Zz gala 100% art"]], ["n_5", ["Zz run_5k [open]"]], ["[open", ["Zz run_5k [open]"]],
+        ["zz art", ["Zz gala 100 art", "Zz gala 100% art"]], ["zz'x", []],
+    ]) {
+        await search.fill(typed);
+        await expectRows(page, names);
+    }
+    await page.getByText("Nothing matches “zz'x” among upcoming events.").waitFor();
+
+    await search.fill("zz");
+    await page.getByRole("button", { name: "Capacity" }).click();
+    await expectRows(page, ["Zz gala 100% art", "Zz gala 100 art", "Zz run_5k [open]"]);
+    await page.getByRole("button", { name: "Capacity" }).click();
+    await expectRows(page, ["Zz run_5k [open]", "Zz gala 100 art", "Zz gala 100% art"]);
+    assert.equal(await page.locator('[aria-sort="descending"]').textContent(), "Capacity");
+    await page.getByText("All", { exact: true }).click();
+    await expectRows(page, ["Zz run_5k [open]", "Zz gala 100% art", "Zz gala 100 art", "Zz runs5k open"]);
+    await page.getByRole("button", { name: "Name" }).click();
+    const byName = ["Zz gala 100 art", "Zz gala 100% art", "Zz run_5k [open]", "Zz runs5k open"];
+    await expectRows(page, byName);
+
+    await page.getByRole("link", { name: "Zz runs5k open" }).click();
+    await page.getByRole("heading", { name: "Zz runs5k open" }).waitFor();
+    await page.goBack();
+    await expectRows(page, byName);
+    assert.equal(await search.inputValue(), "zz");
+    assert.equal(await page.getByRole("radio", { name: "All" }).isChecked(), true);
+});
+
+browserTest("The list and an event can be worked with the keyboard alone", async ({ page }) => {
+    await signIn(page, "anna");
+    for (const name of ["Zz one", "Zz two"]) await makeEvent(page, { Name: name });
+    await page.goto("/events/events-view");
+    await page.locator("tbody tr").first().waitFor();
+    const focused = () => page.evaluate(() => document.activeElement.textContent);
+
+    await page.keyboard.press("?");
+    await page.getByRole("heading", { name: "Keyboard shortcuts" }).waitFor();
+    await page.keyboard.press("Escape");
+    await page.keyboard.press("/");
+    await page.keyboard.type("zz");
+    await expectRows(page, ["Zz one", "Zz two"]);
+    await page.keyboard.press("Enter");
+    assert.equal(await focused(), "Zz one");
+    await page.keyboard.press("ArrowDown");
+    assert.equal(await focused(), "Zz two");
+    await page.keyboard.press("Tab");
+    assert.equal(await focused(), "Edit");
+
+    await page.keyboard.press("Shift+Tab");
+    await page.keyboard.press("n");
+    await page.frameLocator("iframe").getByLabel("Event name").waitFor();
+    await page.waitForFunction(() => document.activeElement.tagName === "IFRAME");
+    await page.keyboard.press("Escape");
+    await page.locator("dialog.window").waitFor({ state: "detached" });
+    assert.equal(await focused(), "Zz two");
+    await page.keyboard.press("Enter");
+    await page.getByRole("heading", { name: "Zz two" }).waitFor();
+    await page.keyboard.press("e");
+    await page.getByLabel("Event name").waitFor();
+    await page.keyboard.press("Control+Enter");
+    await page.getByRole("heading", { name: "Zz two" }).waitFor();
+});
+
+browserTest("More rows are read only when asked for", async ({ page }) => {
+    await signIn(page, "anna");
+    for (let i = 0; i < 52; i += 1) {
+        await makeEvent(page, { Name: `Zz ${String(i).padStart(2, "0")}` });
+    }
+    await page.goto("/events/events-view?q=zz");
+    await page.locator("tbody tr").nth(49).waitFor();
+    assert.equal(await page.locator("tbody tr").count(), 50);
+    await page.getByRole("button", { name: "Show more" }).click();
+    await page.locator("tbody tr").nth(51).waitFor();
+    assert.equal(await page.getByRole("button", { name: "Show more" }).isVisible(), false);
+    assert.match(page.url(), /rows=100/);
+});

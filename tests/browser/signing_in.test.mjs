@@ -1,0 +1,33 @@
+import assert from "node:assert/strict";
+import { browserTest } from "./harness.mjs";
+import { signIn, users } from "./steps.mjs";
+
+browserTest("A wrong password is told; the right one leads to the page asked for", async ({ page, axe }) => {
+    await page.goto("/host/signin?next=%2Fevents%2Fevents-view%3Fshow%3Dall");
+    await page.getByLabel("User name").fill("anna");
+    await page.getByLabel("Password").fill("wrong");
+    await page.keyboard.press("Enter");
+    const fault = page.getByRole("alert").filter({ hasText: /\S/ });
+    await fault.waitFor();
+    await axe(page);
+    await page.getByLabel("Password").fill(users.anna);
+    await page.keyboard.press("Enter");
+    await page.waitForURL("**/events/events-view?show=all");
+    await page.getByRole("button", { name: "Sign out" }).click();
+    await page.waitForURL("**/host/signin");
+
+    await page.goto("/events/events-view");
+    await page.getByLabel("User name").waitFor();
+}, { allowed: [/401/] });
+
+browserTest("What a user may not do is not offered", async ({ page }) => {
+    await signIn(page, "viewer");
+    await page.goto("/events/events-view?show=all");
+    await page.locator("tbody tr").first().waitFor();
+    for (const name of ["Add event", /^Edit/, /^Delete/]) {
+        assert.equal(await page.getByRole("button", { name }).count(), 0, String(name));
+    }
+    await page.goto("/events/event-fulledit?action=new");
+    await page.getByText("but not change").waitFor();
+    assert.equal(await page.getByRole("button", { name: "Save event" }).count(), 0);
+});
