@@ -40,8 +40,9 @@ constexpr struct {
 
 std::string textOf(int number)
 {
-    const auto found = std::find_if(std::begin(texts), std::end(texts),
-                                    [&](const auto& entry) { return entry.first == number; });
+    const auto* const found =
+        std::find_if(std::begin(texts), std::end(texts),
+                     [&](const auto& entry) { return entry.number == number; });
     return std::string(found != std::end(texts)
                            ? found->text
                            : qmevents::standardText(static_cast<qmevents::ErrorNumber>(number)));
