@@ -1,4 +1,4 @@
-// The add-in's objects by short names. Each is a new chain, sent only when something is asked of it.
+// The add-in's objects by short names. Each is a new chain, sent when something is asked of it.
 
 import { App } from "../lib/app.js";
 

@@ -18,21 +18,34 @@ export async function fillModel(event, tabs) {
         ...sections.map(() => page().GetNewSection()),
         ...rows.map(() => page().GetNewSectionRow()),
     ]);
-    const objects = new Map([...tabs, ...sections, ...rows].map((item, index) => [item, made[index]]));
+    const objects = new Map(
+        [...tabs, ...sections, ...rows].map((item, index) => [item, made[index]]),
+    );
     const object = (item) => objects.get(item);
 
     await Promise.all([
-        ...tabs.map((tab) => write(object(tab),
-            { Key: tab.key, Title: tab.title, Operation: tab.operation })),
-        ...sections.map((section) => write(object(section), { Key: section.key, Title: section.title })),
-        ...rows.map((row) => write(object(row),
-            { Id: row.id, Name: row.name, Value: row.value, HalfWidth: Boolean(row.halfWidth) })),
+        ...tabs.map((tab) =>
+            write(object(tab), { Key: tab.key, Title: tab.title, Operation: tab.operation }),
+        ),
+        ...sections.map((section) =>
+            write(object(section), { Key: section.key, Title: section.title }),
+        ),
+        ...rows.map((row) =>
+            write(object(row), {
+                Id: row.id,
+                Name: row.name,
+                Value: row.value,
+                HalfWidth: Boolean(row.halfWidth),
+            }),
+        ),
     ]);
     await all([
         ...sections.flatMap((section) =>
-            section.rows.map((row) => object(section).Rows.Add(object(row), row.id))),
+            section.rows.map((row) => object(section).Rows.Add(object(row), row.id)),
+        ),
         ...tabs.flatMap((tab) =>
-            tab.sections.map((section) => object(tab).Sections.Add(object(section), section.key))),
+            tab.sections.map((section) => object(tab).Sections.Add(object(section), section.key)),
+        ),
         ...tabs.map((tab) => page().Tabs.Add(object(tab), tab.key)),
     ]);
     release(...made);
@@ -41,14 +54,16 @@ export async function fillModel(event, tabs) {
 /** The model as plain tabs of sections of rows. */
 export async function readModel() {
     const { rows: tabs } = await list(detailsPage().Tabs, ["Key", "Title"]);
-    return Promise.all(tabs.map(async ({ Key, Title }) => {
-        const tab = () => detailsPage().Tabs.Item(Key);
-        const { rows: sections } = await list(tab().Sections, ["Key", "Title", "Link"]);
-        const filled = sections.map(async (section) => {
-            const columns = ["Id", "Name", "Value", "HalfWidth"];
-            const { rows } = await list(tab().Sections.Item(section.Key).Rows, columns);
-            return { key: section.Key, title: section.Title, link: section.Link, rows };
-        });
-        return { key: Key, title: Title, sections: await Promise.all(filled) };
-    }));
+    return Promise.all(
+        tabs.map(async ({ Key, Title }) => {
+            const tab = () => detailsPage().Tabs.Item(Key);
+            const { rows: sections } = await list(tab().Sections, ["Key", "Title", "Link"]);
+            const filled = sections.map(async (section) => {
+                const columns = ["Id", "Name", "Value", "HalfWidth"];
+                const { rows } = await list(tab().Sections.Item(section.Key).Rows, columns);
+                return { key: section.Key, title: section.Title, link: section.Link, rows };
+            });
+            return { key: Key, title: Title, sections: await Promise.all(filled) };
+        }),
+    );
 }

@@ -11,7 +11,7 @@ export const auditColumns = ["CreateUser", "CreateDate", "LastUpdateUser", "Last
 const [amount, count, dateTime, choice, text, whole] =
     ["amount", "count", "dateTime", "choice", "text", "whole"];
 
-/** Sections of rows: property, label and how it is written. Rows of facts are left out when blank. */
+/** Sections of rows: property, label, how it is written. What is blank is left out. */
 const sections = [
     {
         key: "about", title: "About",
@@ -46,8 +46,9 @@ const sections = [
     {
         key: "reservations", title: "Reservations",
         rows: [
-            ["NumberReservations", "Reservations", count], ["ReservationsRevenue", "Received", amount],
-            ["ExpectedRevenue", "Expected", amount], ["NumberActivities", "Activities", count],
+            ["NumberReservations", "Reservations", count],
+            ["ReservationsRevenue", "Received", amount], ["ExpectedRevenue", "Expected", amount],
+            ["NumberActivities", "Activities", count],
             ["NumberReservationActivities", "Activities reserved", count],
             ["NumberSponsorships", "Sponsorships offered", count],
             ["NumberSponsorshipsReserved", "Sponsorships reserved", count],
@@ -58,10 +59,12 @@ const sections = [
         key: "donations", title: "Donations and pledges",
         rows: [
             ["DonationsRevenue", "Donations", amount], ["receivedAmount", "Gifts received", amount],
-            ["numberDonations", "Number of gifts", count], ["averageDonation", "Average gift", amount],
+            ["numberDonations", "Number of gifts", count],
+            ["averageDonation", "Average gift", amount],
             ["largestDonation", "Largest gift", amount],
             ["totalPledged", "Pledged", amount], ["numberPledges", "Number of pledges", count],
-            ["averagePledge", "Average pledge", amount], ["largestPledge", "Largest pledge", amount],
+            ["averagePledge", "Average pledge", amount],
+            ["largestPledge", "Largest pledge", amount],
             ["PledgesReceived", "Pledges received", amount],
             ["PledgesOutstanding", "Pledges outstanding", amount],
         ],

@@ -31,7 +31,12 @@ export function showModel(tabs, head, panels) {
         shown[index].setAttribute("role", "tabpanel");
         shown[index].setAttribute("aria-labelledby", button.id);
     }
-    select(Math.max(tabs.findIndex(({ key }) => key === chosen), 0));
+    select(
+        Math.max(
+            tabs.findIndex(({ key }) => key === chosen),
+            0,
+        ),
+    );
 }
 
 function tabButton({ key, title }) {

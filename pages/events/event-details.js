@@ -21,7 +21,8 @@ startPage("Events", async ({ format, allowed }) => {
         const event = id > 0 ? await manage().GetEvent(id) : null;
         if (!event) return showMissing("This event no longer exists.");
         const [values, lookups] = await Promise.all([
-            read(event, [...overviewColumns, ...auditColumns]), loadLookups(overviewColumns),
+            read(event, [...overviewColumns, ...auditColumns]),
+            loadLookups(overviewColumns),
         ]);
         showHead(values);
         await fillModel(event, [overviewTab(values, { lookups, format })]);
@@ -39,7 +40,9 @@ startPage("Events", async ({ format, allowed }) => {
     }
 
     async function auditText({ CreateUser, CreateDate, LastUpdateUser, LastUpdateDate }) {
-        const texts = [`Created by ${await userName(CreateUser)} on ${format.dateTime(CreateDate)}.`];
+        const texts = [
+            `Created by ${await userName(CreateUser)} on ${format.dateTime(CreateDate)}.`,
+        ];
         if (!LastUpdateDate.isZero) {
             const name = await userName(LastUpdateUser);
             texts.push(`Last changed by ${name} on ${format.dateTime(LastUpdateDate)}.`);
@@ -49,10 +52,16 @@ startPage("Events", async ({ format, allowed }) => {
 
     byId("edit").hidden = !allowed("events/edit");
     byId("delete").hidden = !allowed("events/delete");
-    byId("edit").addEventListener("click", () => { commands().EditEvent(id); });
+    byId("edit").addEventListener("click", () => {
+        commands().EditEvent(id);
+    });
     byId("delete").addEventListener("click", async () => {
         isDeleting = true;
-        await commands().DeleteEvent(id).finally(() => { isDeleting = false; });
+        await commands()
+            .DeleteEvent(id)
+            .finally(() => {
+                isDeleting = false;
+            });
         if (await manage().GetEvent(id)) return load();
         noticeLater("Event deleted.");
         location.assign("/events/events-view");

@@ -27,11 +27,12 @@ startPage("Events", async ({ format, allowed }) => {
     const save = (record) => manage().UpdateEvent(record, true, true);
     const common = { form, save, fieldOf: fieldOfRefusal, format };
     const newEditor = () => recordEditor({ ...common, open: () => manage().GetNewEvent() });
-    const storedEditor = () => recordEditor({
-        ...common,
-        open: () => manage().GetEvent(id),
-        lock: () => App.Document.GetLock("event", id),
-    });
+    const storedEditor = () =>
+        recordEditor({
+            ...common,
+            open: () => manage().GetEvent(id),
+            lock: () => App.Document.GetLock("event", id),
+        });
     let editor = isNewPage ? newEditor() : storedEditor();
     editor.show(isNewPage ? await read(manage().GetNewEvent(), names) : values);
     if (isNewPage) form.fill(values);

@@ -41,7 +41,12 @@ export const eventGroups = [
     {
         title: "Gifts",
         fields: [
-            { name: "FKFundId", label: "Fund", kind: "choice", hint: "Gifts for this event go here." },
+            {
+                name: "FKFundId",
+                label: "Fund",
+                kind: "choice",
+                hint: "Gifts for this event go here.",
+            },
             { name: "FKCampaignId", label: "Campaign", kind: "choice" },
             { name: "FKAppealId", label: "Appeal", kind: "choice" },
         ],

@@ -34,15 +34,21 @@ export function orderBy({ sort, descending }) {
 export async function spanCondition(span, today, literal) {
     const season = seasonOf(today);
     switch (span) {
-    case "upcoming": return `StartDateTime >= ${await literal(DateTime.of(today))}`;
-    case "past": return `StartDateTime < ${await literal(DateTime.of(today))}`;
-    case "season": return between(season.from, season.until);
-    case "coming": return between(DateTime.of(today), season.until);
-    default: return "";
+        case "upcoming":
+            return `StartDateTime >= ${await literal(DateTime.of(today))}`;
+        case "past":
+            return `StartDateTime < ${await literal(DateTime.of(today))}`;
+        case "season":
+            return between(season.from, season.until);
+        case "coming":
+            return between(DateTime.of(today), season.until);
+        default:
+            return "";
     }
 
     async function between(from, until) {
-        return `StartDateTime >= ${await literal(from)} AND StartDateTime < ${await literal(until)}`;
+        const [first, end] = [await literal(from), await literal(until)];
+        return `StartDateTime >= ${first} AND StartDateTime < ${end}`;
     }
 }
 

@@ -90,9 +90,15 @@ startPage("Events", async ({ session, format, allowed }) => {
     });
     document.addEventListener("hostrefresh", () => load().catch(reportFailure));
 
-    byId("add").addEventListener("click", () => { commands().AddEvent(); });
-    byId("new-full").addEventListener("click", () => { commands().CreateEvent(); });
-    byId("find").addEventListener("click", () => { commands().FindEvent(); });
+    byId("add").addEventListener("click", () => {
+        commands().AddEvent();
+    });
+    byId("new-full").addEventListener("click", () => {
+        commands().CreateEvent();
+    });
+    byId("find").addEventListener("click", () => {
+        commands().FindEvent();
+    });
     const mayEdit = allowed("events/edit");
     byId("add").hidden = !mayEdit;
     byId("new-full").hidden = !mayEdit;
@@ -110,15 +116,28 @@ function replaceRows(made) {
     const place = focused ? focused.sectionRowIndex : -1;
     body.replaceChildren(...made);
     if (!focused) return;
-    const row = body.querySelector(`tr[data-id="${id}"]`) ?? body.rows[place] ?? [...body.rows].at(-1);
+    const row =
+        body.querySelector(`tr[data-id="${id}"]`) ?? body.rows[place] ?? [...body.rows].at(-1);
     (row?.querySelector("a.row-link") ?? byId("search")).focus();
 }
 
 function rowMaker(format, allowed, lookups) {
     const template = byId("event-row");
     const actions = [
-        { label: "Edit", right: "events/edit", run: (id) => { commands().EditEvent(id); } },
-        { label: "Delete", right: "events/delete", run: (id) => { commands().DeleteEvent(id); } },
+        {
+            label: "Edit",
+            right: "events/edit",
+            run: (id) => {
+                commands().EditEvent(id);
+            },
+        },
+        {
+            label: "Delete",
+            right: "events/delete",
+            run: (id) => {
+                commands().DeleteEvent(id);
+            },
+        },
     ].filter(({ right }) => allowed(right));
 
     async function make(event) {
@@ -140,15 +159,17 @@ function rowMaker(format, allowed, lookups) {
             click.preventDefault();
             commands().ViewEvent(event.Id);
         });
-        row.querySelector(".row-actions").append(...actions.map(({ label, run }) => {
-            const button = document.createElement("button");
-            button.type = "button";
-            button.className = "quiet";
-            button.textContent = label;
-            button.setAttribute("aria-label", `${label} ${event.Name}`);
-            button.addEventListener("click", () => run(event.Id));
-            return button;
-        }));
+        row.querySelector(".row-actions").append(
+            ...actions.map(({ label, run }) => {
+                const button = document.createElement("button");
+                button.type = "button";
+                button.className = "quiet";
+                button.textContent = label;
+                button.setAttribute("aria-label", `${label} ${event.Name}`);
+                button.addEventListener("click", () => run(event.Id));
+                return button;
+            }),
+        );
         return row;
     }
 
@@ -158,10 +179,15 @@ function rowMaker(format, allowed, lookups) {
             const row = body.querySelector(`tr[data-id="${Id}"]`);
             if (!row) continue;
             const most = Number(row.dataset.capacity);
-            row.querySelector('[data-cell="capacity"]').textContent =
-                acceptedText(format, NumberAccepted, most);
-            row.querySelector('[data-cell="reserved"]').textContent =
-                reservationsText(format, NumberReservations);
+            row.querySelector('[data-cell="capacity"]').textContent = acceptedText(
+                format,
+                NumberAccepted,
+                most,
+            );
+            row.querySelector('[data-cell="reserved"]').textContent = reservationsText(
+                format,
+                NumberReservations,
+            );
         }
     }
 
@@ -178,9 +204,14 @@ function reservationsText(format, count) {
     return count === 1 ? "1 reservation" : `${format.whole(count)} reservations`;
 }
 
+const among = {
+    upcoming: " among upcoming events",
+    past: " among past events",
+    season: " among this season's events",
+    all: "",
+};
+
 function emptyText({ text, span }) {
-    if (text) return `Nothing matches “${text}”${span === "all" ? "" : ` among ${among[span]} events`}.`;
+    if (text) return `Nothing matches “${text}”${among[span]}.`;
     return { all: "No events yet.", upcoming: "No events ahead." }[span] ?? "No events in this time.";
 }
-
-const among = { upcoming: "upcoming", past: "past", season: "this season's" };

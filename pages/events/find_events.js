@@ -15,7 +15,10 @@ let running = Promise.resolve();
  */
 export function findEvents(state, columns, range) {
     const asked = { ...state };
-    running = running.then(() => find(asked, columns, range), () => find(asked, columns, range));
+    running = running.then(
+        () => find(asked, columns, range),
+        () => find(asked, columns, range),
+    );
     return running;
 }
 
@@ -29,7 +32,9 @@ async function find(state, columns, { today, start = 0 }) {
 
 /** Fills the page's one criteria object, with a new one if the host has forgotten it. */
 async function setCriteria(values, { isRetry = false } = {}) {
-    criteria ??= manage().GetNewEventsCriteria().then((made) => made);
+    criteria ??= manage()
+        .GetNewEventsCriteria()
+        .then((made) => made);
     try {
         await write(await criteria, values);
     } catch (error) {
@@ -42,7 +47,10 @@ async function setCriteria(values, { isRetry = false } = {}) {
 /** `date` as a literal of the open database; the host chooses the marks. */
 function dateLiteral(date) {
     if (!literals.has(date.text)) {
-        literals.set(date.text, App.Provider.VToSQL(date, 1).then((text) => text));
+        literals.set(
+            date.text,
+            App.Provider.VToSQL(date, 1).then((text) => text),
+        );
     }
     return literals.get(date.text);
 }

@@ -19,15 +19,19 @@ const sources = {
 
 /** The choices of the fields called `names`, as { id, name, visible } by field name. */
 export async function loadLookups(names) {
-    const loaded = await Promise.all(names.filter((name) => name in sources).map(async (name) => {
-        const { items, columns = ["Id", "Name", "Visible"] } = sources[name];
-        const { rows } = await list(items(), columns);
-        const choices = rows.map((row) => {
-            const [id, label, visible] = columns.map((column) => row[column]);
-            return { id, name: label, visible };
-        });
-        return [name, choices];
-    }));
+    const loaded = await Promise.all(
+        names
+            .filter((name) => name in sources)
+            .map(async (name) => {
+                const { items, columns = ["Id", "Name", "Visible"] } = sources[name];
+                const { rows } = await list(items(), columns);
+                const choices = rows.map((row) => {
+                    const [id, label, visible] = columns.map((column) => row[column]);
+                    return { id, name: label, visible };
+                });
+                return [name, choices];
+            }),
+    );
     return Object.fromEntries(loaded);
 }
 

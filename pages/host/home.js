@@ -17,20 +17,28 @@ startPage("Home", async ({ session, format, allowed }) => {
     byId("today").textContent = format.longDate(DateTime.of(session.today));
     byId("quick").hidden = false;
     byId("add").hidden = !allowed("events/edit");
-    byId("add").addEventListener("click", () => { commands().AddEvent(); });
-    byId("find").addEventListener("click", () => { commands().FindEvent(); });
+    byId("add").addEventListener("click", () => {
+        commands().AddEvent();
+    });
+    byId("find").addEventListener("click", () => {
+        commands().FindEvent();
+    });
     bindKey("f", "Find an event", () => byId("find").click());
     if (allowed("events/edit")) bindKey("n", "Add an event", () => byId("add").click());
 
     async function load() {
         const state = { text: "", span: "coming", sort: "start", descending: false, shown };
         const columns = ["Id", "Name", "StartDateTime", "FKLocationId"];
-        const [{ rows }, { FKLocationId }] = await Promise.all(
-            [findEvents(state, columns, session), loadLookups(["FKLocationId"])]);
-        byId("next").replaceChildren(...rows.map((event) => {
-            const place = nameIn(FKLocationId, event.FKLocationId);
-            return itemOf(event, place, session.today, format);
-        }));
+        const [{ rows }, { FKLocationId }] = await Promise.all([
+            findEvents(state, columns, session),
+            loadLookups(["FKLocationId"]),
+        ]);
+        byId("next").replaceChildren(
+            ...rows.map((event) => {
+                const place = nameIn(FKLocationId, event.FKLocationId);
+                return itemOf(event, place, session.today, format);
+            }),
+        );
         byId("empty").hidden = rows.length > 0;
     }
     document.addEventListener("hostrefresh", () => load().catch(reportFailure));
@@ -38,7 +46,9 @@ startPage("Home", async ({ session, format, allowed }) => {
 });
 
 function itemOf({ Id, Name, StartDateTime }, place, today, format) {
-    const [, month, day] = format.date(StartDateTime) ? StartDateTime.date.split("-") : ["", "", ""];
+    const [, month, day] = format.date(StartDateTime)
+        ? StartDateTime.date.split("-")
+        : ["", "", ""];
     const time = format.time(StartDateTime) || "no time set";
     const item = rowFrom(byId("next-event"), {
         name: Name,

@@ -11,8 +11,10 @@ form.addEventListener("submit", async (event) => {
     button.disabled = true;
     byId("fault").textContent = "";
     try {
-        const { ok, error } = await post("/api/signin",
-            { user: byId("user").value.trim(), password: byId("password").value });
+        const { ok, error } = await post("/api/signin", {
+            user: byId("user").value.trim(),
+            password: byId("password").value,
+        });
         if (ok) {
             location.replace(nextPage());
             return;

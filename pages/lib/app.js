@@ -50,7 +50,10 @@ export function release(...objects) {
 
 async function send(kind, body) {
     await currentSession();
-    const answer = await post(`/api/${kind}`, { ...body, ...(dialogWindow && { window: dialogWindow }) });
+    const answer = await post(`/api/${kind}`, {
+        ...body,
+        ...(dialogWindow && { window: dialogWindow }),
+    });
     if (typeof answer.error === "string") throw new HostError({ description: answer.error });
     return answer;
 }

@@ -89,7 +89,8 @@ function isProxy(value) {
 function recorder(chain) {
     const run = () => {
         chain.used = true;
-        chain.running ??= chain.send({ chain: stepsOf(proxy) })
+        chain.running ??= chain
+            .send({ chain: stepsOf(proxy) })
             .then((answer) => decode(answerOf(answer).value, proxy));
         return chain.running;
     };

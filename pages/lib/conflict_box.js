@@ -16,13 +16,20 @@ export async function chooseBetween(conflicts, form, saved) {
     const answer = await confirmBox({
         title: "Changed by someone else",
         content,
-        buttons: [["save", "Save with these choices"], ["edit", "Go on editing"]],
+        buttons: [
+            ["save", "Save with these choices"],
+            ["edit", "Go on editing"],
+        ],
     });
     if (answer !== "save") return undefined;
-    return Object.fromEntries(conflicts.map((conflict) => {
-        const { value } = content.querySelector(`input[name="conflict-${conflict.name}"]:checked`);
-        return [conflict.name, value];
-    }));
+    return Object.fromEntries(
+        conflicts.map((conflict) => {
+            const { value } = content.querySelector(
+                `input[name="conflict-${conflict.name}"]:checked`,
+            );
+            return [conflict.name, value];
+        }),
+    );
 }
 
 function fieldChoice({ name, mine, theirs, isMineChanged }, form) {
@@ -33,13 +40,23 @@ function fieldChoice({ name, mine, theirs, isMineChanged }, form) {
     set.append(legend);
     const offers = [
         { value: "theirs", label: "Take theirs", shown: theirs, chosen: !isMineChanged },
-        { value: "mine", label: isMineChanged ? "Keep mine" : "Keep it as it was", shown: mine, chosen: isMineChanged },
+        {
+            value: "mine",
+            label: isMineChanged ? "Keep mine" : "Keep it as it was",
+            shown: mine,
+            chosen: isMineChanged,
+        },
     ];
     for (const { value, label, shown, chosen } of offers) {
         const choice = document.createElement("label");
         choice.className = "option";
         const radio = document.createElement("input");
-        Object.assign(radio, { type: "radio", name: `conflict-${name}`, value, defaultChecked: chosen });
+        Object.assign(radio, {
+            type: "radio",
+            name: `conflict-${name}`,
+            value,
+            defaultChecked: chosen,
+        });
         const words = document.createElement("span");
         words.textContent = label;
         const text = document.createElement("span");

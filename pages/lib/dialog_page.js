@@ -9,14 +9,22 @@ import { currentSession, inDialog, post } from "./server.js";
 const windowNumber = Number(new URLSearchParams(location.search).get("window"));
 
 /**
- * Sets up a dialog's page and gives { session, format, title, heading, description, close }.
+ * Sets up a dialog's page, then runs `start` with { session, format, heading, description, close }.
  * `close(true)` confirms, `close(false)` cancels; `url` is where the host goes afterwards.
  */
-export async function startDialogPage() {
+export async function startDialogPage(start) {
     addEventListener("unhandledrejection", (event) => {
         event.preventDefault();
         reportFailure(event.reason);
     });
+    try {
+        await start(await setUp());
+    } catch (error) {
+        reportFailure(error);
+    }
+}
+
+async function setUp() {
     document.addEventListener("keydown", (event) => {
         if (event.key !== "Escape" || event.defaultPrevented) return;
         if (!document.querySelector("dialog:modal")) cancel();
@@ -25,12 +33,13 @@ export async function startDialogPage() {
         button.addEventListener("click", cancel);
     }
     const [session, title, heading, description] = await Promise.all([
-        currentSession(), ...["title", "heading", "description"].map((name) => App.Shell.Dialog(name)),
+        currentSession(),
+        ...["title", "heading", "description"].map((name) => App.Shell.Dialog(name)),
     ]);
     const shownTitle = title || document.title;
     document.title = shownTitle;
     window.frameElement?.dispatchEvent(new CustomEvent("windowtitle", { detail: shownTitle }));
-    return { session, format: localeFormats(session.locale), title, heading, description, close };
+    return { session, format: localeFormats(session.locale), heading, description, close };
 }
 
 /** Asks the window around this page to close without an answer. */

@@ -47,7 +47,9 @@ export function createField(description, format, choices) {
             kind.display(stored);
             loaded = stored;
             shownAs = typed();
-            controls.forEach((control, index) => { control.value = kept[index]; });
+            controls.forEach((control, index) => {
+                control.value = kept[index];
+            });
         },
 
         /** Shows `value` as if the user had entered it. */
@@ -56,10 +58,13 @@ export function createField(description, format, choices) {
             clear();
         },
 
-        get isChanged() { return typed() !== shownAs; },
+        get isChanged() {
+            return typed() !== shownAs;
+        },
 
         /** { value } or { problem, part }. An untouched field gives exactly what was loaded. */
-        read: () => (typed() === shownAs && loaded !== undefined ? { value: loaded } : kind.parse()),
+        read: () =>
+            typed() === shownAs && loaded !== undefined ? { value: loaded } : kind.parse(),
 
         /** Shows the host's refusal to convert what was typed. */
         refuse(error) {

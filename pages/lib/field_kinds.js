@@ -27,7 +27,9 @@ function multiline({ rows = 4 }) {
 
 function plainText(control) {
     return {
-        display: (value) => { control.value = value ?? ""; },
+        display: (value) => {
+            control.value = value ?? "";
+        },
         parse: () => ({ value: control.value }),
         text: (value) => String(value ?? ""),
         wrong: (typed, error) => ({ problem: error.description }),
@@ -38,7 +40,9 @@ function whole(field, format) {
     const control = input("text", "numeric", "short");
     return {
         parts: [{ control }],
-        display: (value) => { control.value = value ? wholeText(value) : ""; },
+        display: (value) => {
+            control.value = value ? wholeText(value) : "";
+        },
         parse: () => numberFrom(control.value, 0, format.parseWhole, fraction),
         text: wholeText,
         wrong: (typed, error) => ({ problem: refused(typed, error, "a whole number") }),
@@ -51,8 +55,8 @@ function whole(field, format) {
     // The host would round these, which nobody asked for.
     function fraction(typed) {
         const amount = format.parseMoney(typed);
-        return amount && !/^-?\d+\.00$/.test(amount.toString()) &&
-            `“${typed}” is not a whole number.`;
+        const isWhole = !amount || amount.toString().endsWith(".00");
+        return isWhole ? undefined : `“${typed}” is not a whole number.`;
     }
 }
 
@@ -60,7 +64,9 @@ function money(field, format) {
     const control = input("text", "decimal", "short");
     return {
         parts: [{ control }],
-        display: (value) => { control.value = !value || value.isZero ? "" : moneyText(value); },
+        display: (value) => {
+            control.value = !value || value.isZero ? "" : moneyText(value);
+        },
         parse: () => numberFrom(control.value, new Currency(), format.parseMoney, tooFine),
         text: moneyText,
         wrong: (typed, error) => ({ problem: refused(typed, error, "an amount of money") }),
@@ -71,7 +77,8 @@ function money(field, format) {
     }
 
     function tooFine(typed) {
-        return /^\D*[\d\s.,']*[.,]\d{5,}$/.test(typed) && `“${typed}” has more than four decimals.`;
+        const isTooFine = /^\D*[\d\s.,']*[.,]\d{5,}$/.test(typed);
+        return isTooFine ? `“${typed}” has more than four decimals.` : undefined;
     }
 }
 
@@ -83,10 +90,13 @@ function dateTime({ required }, format) {
     date.required = Boolean(required);
     const parsed = (control, parse) => (control.value.trim() ? parse(control.value) : "");
     return {
-        parts: [{ control: date, label: "Date", extra: calendar(date, format) }, { control: time, label: "Time" }],
+        parts: [
+            { control: date, label: "Date", extra: calendar(date, format) },
+            { control: time, label: "Time" },
+        ],
         display(value) {
             const isRead = value instanceof DateTime;
-            date.value = isRead ? format.date(value) : value ?? "";
+            date.value = isRead ? format.date(value) : (value ?? "");
             time.value = isRead ? format.time(value) : "";
         },
         parse() {
@@ -97,7 +107,9 @@ function dateTime({ required }, format) {
         },
         text(value) {
             if (!(value instanceof DateTime)) return String(value);
-            return value.isZero ? "" : `${format.dateTime(value)}${value.time ? "" : " (no time set)"}`;
+            return value.isZero
+                ? ""
+                : `${format.dateTime(value)}${value.time ? "" : " (no time set)"}`;
         },
         wrong(typed, error) {
             const dateIsRight = parsed(date, format.parseDate) !== undefined;
@@ -143,7 +155,10 @@ function choice({ none = "None" }, format, choices) {
     return {
         parts: [{ control }],
         display(value) {
-            const offered = new Set([0, ...choices.filter((one) => one.visible).map(({ id }) => id)]);
+            const offered = new Set([
+                0,
+                ...choices.filter((one) => one.visible).map(({ id }) => id),
+            ]);
             offered.add(value ?? 0);
             control.replaceChildren(...[...offered].map((id) => new Option(nameOf(id), id)));
             control.value = String(value ?? 0);

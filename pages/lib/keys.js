@@ -15,7 +15,8 @@ function onKey(event) {
     const key = ctrl ? `Ctrl+${event.key}` : event.key;
     const binding = bindings.get(key);
     const typing = event.target.closest?.("input, textarea, select, [contenteditable]");
-    if (!binding || event.altKey || (typing && !ctrl) || document.querySelector("dialog:modal")) return;
+    if (!binding || event.altKey || (typing && !ctrl) || document.querySelector("dialog:modal"))
+        return;
     event.preventDefault();
     binding.run();
 }

@@ -2,8 +2,20 @@
 
 import { Currency, DateTime } from "./values.js";
 
-const months = ["January", "February", "March", "April", "May", "June", "July", "August",
-    "September", "October", "November", "December"];
+const months = [
+    "January",
+    "February",
+    "March",
+    "April",
+    "May",
+    "June",
+    "July",
+    "August",
+    "September",
+    "October",
+    "November",
+    "December",
+];
 const weekdays = ["Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"];
 const largestWhole = 2147483647;
 
@@ -34,7 +46,9 @@ export function localeFormats(locale) {
         const weekday = weekdays[new Date(Date.UTC(year, month - 1, day)).getUTCDay()];
         const name = monthName(month);
         if (order === "dmy") return `${weekday} ${day} ${name} ${year}`;
-        return order === "ymd" ? `${date(value)} ${weekday}` : `${weekday}, ${name} ${day}, ${year}`;
+        return order === "ymd"
+            ? `${date(value)} ${weekday}`
+            : `${weekday}, ${name} ${day}, ${year}`;
     }
 
     /** "Mar". */
@@ -62,7 +76,8 @@ export function localeFormats(locale) {
         const { whole, decimals } = amount.parts();
         const digits = `${grouped(whole)}${locale.decimalMark}${decimals}`;
         const text = locale.symbolLeads
-            ? `${locale.currencySymbol}${digits}` : `${digits} ${locale.currencySymbol}`;
+            ? `${locale.currencySymbol}${digits}`
+            : `${digits} ${locale.currencySymbol}`;
         return amount.isNegative ? `-${text}` : text;
     }
 
@@ -110,16 +125,31 @@ export function localeFormats(locale) {
             const part = (name) => numbers[1 + order.indexOf(name)];
             return isoDate(part("y"), part("m"), part("d"));
         }
-        const named = /^(?:(\d{1,2})\.? )?([a-z]{3,})\.?(?: (\d{1,2}),?)?,? (\d{4}|\d{2})$/i.exec(typed);
+        const named = /^(?:(\d{1,2})\.? )?([a-z]{3,})\.?(?: (\d{1,2}),?)?,? (\d{4}|\d{2})$/i.exec(
+            typed,
+        );
         if (!named || Boolean(named[1]) === Boolean(named[3])) return undefined;
         const month = months.findIndex((name) =>
-            [name, name.slice(0, 3)].some((one) => one.toLowerCase() === named[2].toLowerCase()));
+            [name, name.slice(0, 3)].some((one) => one.toLowerCase() === named[2].toLowerCase()),
+        );
         return month < 0 ? undefined : isoDate(named[4], month + 1, named[1] ?? named[3]);
     }
 
-    return { date, longDate, monthName, time, dateTime, money, whole, parseMoney, parseWhole, parseDate,
-        parseTime, dateHint: dateHint(order, locale.dateSeparator),
-        timeHint: locale.twelveHours ? "6:30 PM" : "18:30" };
+    return {
+        date,
+        longDate,
+        monthName,
+        time,
+        dateTime,
+        money,
+        whole,
+        parseMoney,
+        parseWhole,
+        parseDate,
+        parseTime,
+        dateHint: dateHint(order, locale.dateSeparator),
+        timeHint: locale.twelveHours ? "6:30 PM" : "18:30",
+    };
 }
 
 /** A typed time as "18:30:00": "18:30", "6:30 pm", "6pm", "noon". */

@@ -8,7 +8,9 @@ export function announce(text) {
     const region = regionOf("announcements", "visually-hidden");
     region.textContent = "";
     // Setting the same words again is not announced unless the region was empty for a moment.
-    setTimeout(() => { region.textContent = text; }, 50);
+    setTimeout(() => {
+        region.textContent = text;
+    }, 50);
 }
 
 /** Shows `text` for a while; a fault stays until it is dismissed. */

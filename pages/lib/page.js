@@ -47,7 +47,11 @@ async function showFailure(error) {
     const choice = await confirmBox({
         title: "Signed out",
         text: `${error.message}\nWhat you typed stays on this page if you sign in on another tab.`,
-        buttons: [["here", "Sign in"], ["tab", "Sign in on another tab"], ["stay", "Stay here"]],
+        buttons: [
+            ["here", "Sign in"],
+            ["tab", "Sign in on another tab"],
+            ["stay", "Stay here"],
+        ],
     });
     if (choice === "here") location.assign(signIn);
     if (choice === "tab") open(signIn, "_blank", "noopener");

@@ -87,7 +87,8 @@ export function recordEditor({ form, open, save, fieldOf, lock, format }) {
 
     async function savedBy({ LastUpdateUser, LastUpdateDate }) {
         const name = await App.Security.Users.FromId(LastUpdateUser).Name.catch(() => "Someone");
-        return `${name} saved this record on ${format.dateTime(LastUpdateDate)}, after you opened it.`;
+        const when = format.dateTime(LastUpdateDate);
+        return `${name} saved this record on ${when}, after you opened it.`;
     }
 
     return {
@@ -99,7 +100,9 @@ export function recordEditor({ form, open, save, fieldOf, lock, format }) {
 
         /** Runs one submission at a time; a second one meanwhile is the first one's. */
         submit() {
-            begun ??= submit().finally(() => { begun = undefined; });
+            begun ??= submit().finally(() => {
+                begun = undefined;
+            });
             return begun;
         },
     };

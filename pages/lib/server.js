@@ -34,7 +34,9 @@ export async function post(path, body = {}) {
         .catch(() => {
             throw new ConnectionError("The server cannot be reached. Try again in a moment.");
         })
-        .finally(() => { pending -= 1; });
+        .finally(() => {
+            pending -= 1;
+        });
     if (response.status === 401 && path !== "/api/signin") {
         throw new SignedOutError("Your session has ended. Sign in again to go on.");
     }
@@ -61,5 +63,8 @@ export function currentSession() {
 
 /** Tells the server that this page is gone; works while the page is being closed. */
 export function leave() {
-    navigator.sendBeacon("/api/leave", new Blob([JSON.stringify({ view })], { type: "application/json" }));
+    navigator.sendBeacon(
+        "/api/leave",
+        new Blob([JSON.stringify({ view })], { type: "application/json" }),
+    );
 }

@@ -81,7 +81,14 @@ async function showMessage(message) {
 }
 
 async function ask({ id, text, buttons, title }) {
-    answer(id, await confirmBox({ title: title || "Question", text, buttons: buttonSets[buttons] ?? [ok] }));
+    answer(
+        id,
+        await confirmBox({
+            title: title || "Question",
+            text,
+            buttons: buttonSets[buttons] ?? [ok],
+        }),
+    );
 }
 
 function answer(id, button) {

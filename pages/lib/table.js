@@ -36,7 +36,9 @@ export function arrowKeys(body) {
     body.addEventListener("keydown", (event) => {
         const links = [...body.querySelectorAll("a.row-link")];
         const at = links.indexOf(event.target);
-        const to = { ArrowUp: at - 1, ArrowDown: at + 1, Home: 0, End: links.length - 1 }[event.key];
+        const to = { ArrowUp: at - 1, ArrowDown: at + 1, Home: 0, End: links.length - 1 }[
+            event.key
+        ];
         if (at < 0 || to === undefined || !links[to]) return;
         event.preventDefault();
         links[to].focus();

@@ -17,7 +17,9 @@ export function guardUnsaved(isChanged) {
         event.preventDefault();
         askToDiscard();
     };
-    const mark = () => { marked = true; };
+    const mark = () => {
+        marked = true;
+    };
     const end = () => {
         removeEventListener("beforeunload", onLeave);
         document.removeEventListener("windowclosing", onWindowClosing);
@@ -28,7 +30,10 @@ export function guardUnsaved(isChanged) {
         const answer = await confirmBox({
             title: "Discard what you entered?",
             text: "It has not been saved yet.",
-            buttons: [["keep", "Keep editing"], ["discard", "Discard"]],
+            buttons: [
+                ["keep", "Keep editing"],
+                ["discard", "Discard"],
+            ],
             escape: "keep",
         });
         if (answer === "keep") return;

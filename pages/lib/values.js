@@ -10,7 +10,7 @@ export class Currency {
         this.scaled = scaled;
     }
 
-    /** Reads "-12.5"; undefined when `text` is no plain number of at most four decimals in range. */
+    /** Reads "-12.5"; undefined when `text` is no plain number in range with four decimals. */
     static parse(text) {
         const parts = /^([-+]?)(\d*)(?:\.(\d{0,4}))?$/.exec(text);
         if (!parts || !(parts[2] || parts[3])) return undefined;
@@ -20,16 +20,24 @@ export class Currency {
         return new Currency(sign === "-" ? -scaled : scaled);
     }
 
-    get isZero() { return this.scaled === 0n; }
-    get isNegative() { return this.scaled < 0n; }
-    plus(other) { return new Currency(this.scaled + other.scaled); }
-    minus(other) { return new Currency(this.scaled - other.scaled); }
+    get isZero() {
+        return this.scaled === 0n;
+    }
+    get isNegative() {
+        return this.scaled < 0n;
+    }
+    plus(other) {
+        return new Currency(this.scaled + other.scaled);
+    }
+    minus(other) {
+        return new Currency(this.scaled - other.scaled);
+    }
 
     /** To whole cents, halves away from zero, for amounts that were worked out. */
     rounded() {
         const cent = scale / 100n;
         const half = this.isNegative ? -cent / 2n : cent / 2n;
-        return new Currency((this.scaled + half) / cent * cent);
+        return new Currency(((this.scaled + half) / cent) * cent);
     }
 
     /** The digits before and after the point; two decimals, or four where the last two say more. */
@@ -76,8 +84,12 @@ export class DateTime {
         return time === midnight ? "" : time;
     }
 
-    get isZero() { return !this.date && !this.time; }
-    toString() { return this.text; }
+    get isZero() {
+        return !this.date && !this.time;
+    }
+    toString() {
+        return this.text;
+    }
 }
 
 /** Whether two values of the host are the same, wrapped ones by what they hold. */

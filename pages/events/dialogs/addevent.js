@@ -14,37 +14,38 @@ import { loadLookups } from "../lookups.js";
 const names = fieldNames(shortEventGroups);
 const byId = (id) => document.getElementById(id);
 
-const { format, heading, description, close } = await startDialogPage();
-if (heading) byId("heading").textContent = heading;
-byId("description").textContent = description ?? "";
+startDialogPage(async ({ format, heading, description, close }) => {
+    if (heading) byId("heading").textContent = heading;
+    byId("description").textContent = description ?? "";
 
-const choices = await loadLookups(names);
-const form = createForm(byId("event"), shortEventGroups, { format, choices });
-const editor = recordEditor({
-    form,
-    open: () => App.Shell.Dialog("EventInfo"),
-    save: (event) => manage().UpdateEvent(event, true, true),
-    fieldOf: fieldOfRefusal,
-    format,
-});
-editor.show(await read(App.Shell.Dialog("EventInfo"), names));
-form.fields.get("Name").focus();
-const unguard = guardUnsaved(form.isChanged);
+    const choices = await loadLookups(names);
+    const form = createForm(byId("event"), shortEventGroups, { format, choices });
+    const editor = recordEditor({
+        form,
+        open: () => App.Shell.Dialog("EventInfo"),
+        save: (event) => manage().UpdateEvent(event, true, true),
+        fieldOf: fieldOfRefusal,
+        format,
+    });
+    editor.show(await read(App.Shell.Dialog("EventInfo"), names));
+    form.fields.get("Name").focus();
+    const unguard = guardUnsaved(form.isChanged);
 
-async function submit() {
-    byId("save").disabled = true;
-    try {
-        const { outcome } = await editor.submit();
-        if (outcome !== "saved") return;
-        unguard();
-        await close(true);
-    } finally {
-        byId("save").disabled = false;
+    async function submit() {
+        byId("save").disabled = true;
+        try {
+            const { outcome } = await editor.submit();
+            if (outcome !== "saved") return;
+            unguard();
+            await close(true);
+        } finally {
+            byId("save").disabled = false;
+        }
     }
-}
 
-byId("event").addEventListener("submit", (event) => {
-    event.preventDefault();
-    submit();
+    byId("event").addEventListener("submit", (event) => {
+        event.preventDefault();
+        submit();
+    });
+    bindKey("Ctrl+Enter", "Save", submit);
 });
-bindKey("Ctrl+Enter", "Save", submit);

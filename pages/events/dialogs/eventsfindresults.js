@@ -9,14 +9,22 @@ import { chooser } from "./event_chooser.js";
 const mostShown = 200;
 const byId = (id) => document.getElementById(id);
 
-const { format, heading, close } = await startDialogPage();
-if (heading) byId("heading").textContent = heading;
-const show = chooser(byId("results"), { format, choose });
+startDialogPage(async ({ format, heading, close }) => {
+    if (heading) byId("heading").textContent = heading;
+    const show = chooser(byId("results"), { format, choose });
 
-const found = manage().GetEventsBySearch(await givenCriteria());
-const { total, rows } = await list(found, ["Id", "Name", "StartDateTime"], { count: mostShown });
-show(rows, { nothing: "Nothing matches.", hasMore: total > rows.length });
-byId("results").querySelector("button")?.focus();
+    const found = manage().GetEventsBySearch(await givenCriteria());
+    const { total, rows } = await list(found, ["Id", "Name", "StartDateTime"], {
+        count: mostShown,
+    });
+    show(rows, { nothing: "Nothing matches.", hasMore: total > rows.length });
+    byId("results").querySelector("button")?.focus();
+
+    async function choose(id) {
+        await set(App.Shell.Dialog("eventid"), id);
+        await close(true, await App.Shell.Dialog("navigateurl"));
+    }
+});
 
 /** The criteria handed over, which may be just words to look for. */
 async function givenCriteria() {
@@ -25,9 +33,4 @@ async function givenCriteria() {
     const criteria = await manage().GetNewEventsCriteria();
     if (given) await write(criteria, { SearchString: literalSearch(given) });
     return criteria;
-}
-
-async function choose(id) {
-    await set(App.Shell.Dialog("eventid"), id);
-    await close(true, await App.Shell.Dialog("navigateurl"));
 }
