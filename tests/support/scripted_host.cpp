@@ -266,6 +266,10 @@ Ref<Object> ScriptedHost::makeDialogEngine()
         return Value();
     });
     engine->on("ReturnValue", [this](std::span<Value>) { return dialogReturnValue_; });
+    engine->onPut("ReturnValue", [this](std::span<Value> a) {
+        dialogReturnValue_ = a[0];
+        return Value();
+    });
     engine->on("GetRestoreTask", [](std::span<Value>) -> Value {
         auto task = puppet("Task");
         task->holds("Url", "events\\findevent.html");

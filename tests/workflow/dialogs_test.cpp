@@ -136,9 +136,13 @@ TEST_F(DialogsTest, GoOnToTheNextPageAfterAnInnerOne)
             Value back[] = {Value("events/elsewhere.html"), Value(false)};
             invokeNamed(innerHandler, "OnDialogBack", CallKind::method, back);
             EXPECT_TRUE(host.log.empty());
+            put(dialog, "ReturnValue", true);
             Value closing[] = {Value("events/findevent.html"), Value(false)};
             invokeNamed(innerHandler, "OnDialogBack", CallKind::method, closing);
-            EXPECT_EQ(toBool(closing[1]), false) << "the last return value was not yet true";
+            EXPECT_EQ(toBool(closing[1]), hasNext) << "the window stays open for the next page";
+            Log log{"Dialog.Restore c1"};
+            if (hasNext) log.insert(log.end(), {"Dialog.NextPage = events/next", "Dialog.GoNext"});
+            EXPECT_EQ(host.log, log);
             return Value(true);
         };
         call(outer, "Create");
