@@ -1,5 +1,6 @@
 #include "automation/currency.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -34,6 +35,18 @@ std::int64_t unscaled(std::int64_t dividend)
     return quotient;
 }
 
+bool isDigits(std::string_view text)
+{
+    return text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+// Whether the decimals that are cut off round the last one kept up: half goes to even.
+bool roundsUp(std::string_view dropped, bool keptIsOdd)
+{
+    if (dropped[0] != '5') return dropped[0] > '5';
+    return keptIsOdd || dropped.find_first_not_of('0', 1) != std::string_view::npos;
+}
+
 } // namespace
 
 Currency Currency::fromUnits(std::int64_t amount) { return fromScaled(multiplied(amount, scale)); }
@@ -50,32 +63,19 @@ bool Currency::parse(std::string_view text, Currency& result)
 {
     const bool negative = !text.empty() && text.front() == '-';
     if (!text.empty() && (text.front() == '-' || text.front() == '+')) text.remove_prefix(1);
+    const auto point = std::min(text.find('.'), text.size());
+    const std::string_view whole = text.substr(0, point);
+    const std::string_view decimals = text.substr(std::min(point + 1, text.size()));
+    if ((whole.empty() && decimals.empty()) || !isDigits(whole) || !isDigits(decimals))
+        return false;
+
+    std::string kept(whole);
+    kept += decimals.substr(0, 4);
+    if (decimals.size() < 4) kept.append(4 - decimals.size(), '0');
+    // Summed up on its own side of zero, which the smallest amount needs.
     std::int64_t scaled = 0;
-    int decimals = -1; // digits seen behind the point; -1 before it
-    bool anyDigit = false;
-    int firstDropped = -1;
-    bool moreDropped = false;
-    for (const char c : text) {
-        if (c == '.' && decimals < 0) {
-            decimals = 0;
-        } else if (c >= '0' && c <= '9') {
-            anyDigit = true;
-            if (decimals >= 4) {
-                if (firstDropped < 0)
-                    firstDropped = c - '0';
-                else
-                    moreDropped = moreDropped || c != '0';
-                continue;
-            }
-            scaled = added(multiplied(scaled, 10), negative ? '0' - c : c - '0');
-            if (decimals >= 0) ++decimals;
-        } else {
-            return false;
-        }
-    }
-    if (!anyDigit) return false;
-    for (int i = decimals < 0 ? 0 : decimals; i < 4; ++i) scaled = multiplied(scaled, 10);
-    if (firstDropped > 5 || (firstDropped == 5 && (moreDropped || scaled % 2 != 0))) {
+    for (const char c : kept) scaled = added(multiplied(scaled, 10), negative ? '0' - c : c - '0');
+    if (decimals.size() > 4 && roundsUp(decimals.substr(4), scaled % 2 != 0)) {
         scaled = added(scaled, negative ? -1 : 1);
     }
     result = fromScaled(scaled);

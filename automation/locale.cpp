@@ -111,6 +111,62 @@ bool takeTime(std::vector<Token>& tokens, CivilTime& civil, bool& found)
     return true;
 }
 
+// What is left of a date text without its time: numbers, and perhaps the name of a month.
+struct DayParts {
+    std::vector<Token> numbers;
+    int namedMonth = 0;
+    std::size_t nameAt = 0; // how many numbers stand before the name
+};
+
+bool collectParts(const std::vector<Token>& tokens, DayParts& parts)
+{
+    for (const Token& token : tokens) {
+        switch (token.type) {
+        case Token::Type::number:
+            parts.numbers.push_back(token);
+            break;
+        case Token::Type::word:
+            if (parts.namedMonth != 0) return false;
+            parts.namedMonth = monthNamed(token.word);
+            if (parts.namedMonth == 0) return false;
+            parts.nameAt = parts.numbers.size();
+            break;
+        case Token::Type::separator:
+            break;
+        case Token::Type::colon:
+            return false;
+        }
+    }
+    return true;
+}
+
+// "7 March [2026]" or "March 7 [2026]"; without a year, this one's.
+bool takeNamedDay(const DayParts& parts, CivilTime& civil)
+{
+    const auto& numbers = parts.numbers;
+    if (numbers.empty() || numbers.size() > 2 || parts.nameAt > 1) return false;
+    civil.month = parts.namedMonth;
+    civil.day = numbers[0].value;
+    civil.year = numbers.size() > 1 ? fullYear(numbers[1]) : Clock::now().civil().year;
+    return true;
+}
+
+// Two or three numbers in the order of the locale, or with the year in front.
+bool takeNumberedDay(const DayParts& parts, Locale::DateOrder order, CivilTime& civil)
+{
+    const auto& numbers = parts.numbers;
+    if (numbers.size() != 2 && numbers.size() != 3) return false;
+    const bool yearFirst =
+        numbers.size() == 3 && (numbers[0].digits > 2 || order == Locale::DateOrder::yearMonthDay);
+    const std::size_t first = yearFirst ? 1 : 0;
+    const bool dayFirst = order == Locale::DateOrder::dayMonthYear && !yearFirst;
+    civil.month = numbers[first + (dayFirst ? 1 : 0)].value;
+    civil.day = numbers[first + (dayFirst ? 0 : 1)].value;
+    civil.year =
+        numbers.size() == 2 ? Clock::now().civil().year : fullYear(numbers[yearFirst ? 0 : 2]);
+    return true;
+}
+
 } // namespace
 
 Locale& Locale::current()
@@ -185,39 +241,14 @@ std::optional<Date> Locale::parseDate(std::string_view text) const
     bool hasTime = false;
     if (!takeTime(tokens, civil, hasTime)) return std::nullopt;
 
-    int namedMonth = 0;
-    std::size_t nameAt = 0; // how many numbers stand before the month's name
-    std::vector<Token> numbers;
-    for (const Token& token : tokens) {
-        if (token.type == Token::Type::number) {
-            numbers.push_back(token);
-        } else if (token.type == Token::Type::word) {
-            if (namedMonth != 0 || (namedMonth = monthNamed(token.word)) == 0) return std::nullopt;
-            nameAt = numbers.size();
-        } else if (token.type == Token::Type::colon) {
-            return std::nullopt;
-        }
-    }
-    if (numbers.empty() && namedMonth == 0) {
+    DayParts parts;
+    if (!collectParts(tokens, parts)) return std::nullopt;
+    if (parts.numbers.empty() && parts.namedMonth == 0) {
         return hasTime ? std::optional(Date::fromCivil(civil)) : std::nullopt;
     }
-    const int thisYear = Clock::now().civil().year;
-    if (namedMonth != 0) { // "7 March [2026]" or "March 7 [2026]"
-        if (numbers.empty() || numbers.size() > 2 || nameAt > 1) return std::nullopt;
-        civil.month = namedMonth;
-        civil.day = numbers[0].value;
-        civil.year = numbers.size() > 1 ? fullYear(numbers[1]) : thisYear;
-    } else if (numbers.size() == 2 || numbers.size() == 3) {
-        const bool yearFirst =
-            numbers.size() == 3 && (numbers[0].digits > 2 || order == DateOrder::yearMonthDay);
-        const std::size_t first = yearFirst ? 1 : 0;
-        const bool dayFirst = order == DateOrder::dayMonthYear && !yearFirst;
-        civil.month = numbers[first + (dayFirst ? 1 : 0)].value;
-        civil.day = numbers[first + (dayFirst ? 0 : 1)].value;
-        civil.year = numbers.size() == 2 ? thisYear : fullYear(numbers[yearFirst ? 0 : 2]);
-    } else {
-        return std::nullopt;
-    }
+    const bool isDay =
+        parts.namedMonth != 0 ? takeNamedDay(parts, civil) : takeNumberedDay(parts, order, civil);
+    if (!isDay) return std::nullopt;
     if (!Date::isValidDay(civil.year, civil.month, civil.day)) return std::nullopt;
     return Date::fromCivil(civil);
 }

@@ -200,6 +200,24 @@ Ref<Object> createRootObject(std::string_view progId)
 
 void releaseAddIn() { Context::current().release(); }
 
+std::span<const Enumeration> publicEnumerations()
+{
+    static const std::vector<Enumeration> enumerations{
+        {EnumerationName<EventStates>::value, {{"stateOpenEvent", 1}, {"stateClosedEvent", 8}}},
+        {EnumerationName<EventsActions>::value,
+         {{"Create", 1},
+          {"Edit", 2},
+          {"View", 3},
+          {"Delete", 4},
+          {"EditReservationFields", 5},
+          {"EditReservationActivities", 6},
+          {"CompleteTask", 7},
+          {"AddReservation", 8},
+          {"ViewDonor", 9},
+          {"Copy", 10}}}};
+    return enumerations;
+}
+
 std::span<const Members* const> publicClasses()
 {
     static const std::vector<const Members*> tables = [] {
