@@ -21,24 +21,25 @@ using qmevents::Value;
 
 class App;
 
-/// Where a session gets the objects that it does not make itself. What is left empty comes from
-/// the shell and from the add-in that are linked in.
+/// Where a session gets the add-in's root objects from. What is left empty means the add-in that is
+/// linked in.
 struct SessionParts {
-    std::function<Ref<Object>(FrontEnd&)> makeShell;
-    std::function<Ref<Object>(std::string_view progId)> makeRootObject;
-    std::function<void()> releaseAddIn; ///< Called once the root objects are dropped.
+    std::function<Ref<Object>(std::string_view progId)> makeRootObject = {};
+    std::function<void()> releaseAddIn = {}; ///< Called once the root objects are dropped.
 };
 
 struct SessionOptions {
-    std::shared_ptr<Database> database;
+    std::shared_ptr<Database> database = {};
     Dialect dialect = Dialect::sqlServer;
     std::string userName = "admin"; ///< Created with all rights when there is no such user.
-    std::optional<std::vector<std::string>> rights; ///< Restricts to exactly these, if given.
-    FrontEnd* frontEnd = nullptr;                   ///< Outlives the session.
-    std::string addInPath; ///< The folder that holds data/, cache/, pages/.
-    std::function<void(const Traced&)> onStatement; ///< Every statement sent through App.Document.
-    std::function<void()> onDoEvents; ///< Lets pending input run: what App.Utils.DoEvents calls.
-    SessionParts parts;
+    std::optional<std::vector<std::string>> rights = {}; ///< Restricts to exactly these, if given.
+    FrontEnd* frontEnd = nullptr;                        ///< Outlives the session.
+    std::string addInPath = {}; ///< The folder that holds data/, cache/, pages/.
+    std::function<void(const Traced&)> onStatement =
+        {}; ///< Every statement sent through App.Document.
+    std::function<void()> onDoEvents =
+        {}; ///< Lets pending input run: what App.Utils.DoEvents calls.
+    SessionParts parts = {};
 };
 
 /// One signed-in user, on the thread that made it: the host's object model with the add-in in it.

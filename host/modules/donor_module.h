@@ -1,0 +1,44 @@
+#pragma once
+
+#include <string>
+
+#include "host/app/session_context.h"
+
+namespace refhost {
+
+/// What a list shows of a donor.
+class SmallDonor : public qmevents::DescribedObject {
+public:
+    static constexpr std::string_view ClassName = "SmallDonor";
+    const Members& members() const override;
+
+    std::int32_t Id = 0;
+    std::string Display;
+    std::string EntityType;
+};
+
+/// A donor with address.
+class Donor : public SmallDonor {
+public:
+    static constexpr std::string_view ClassName = "Donor";
+    const Members& members() const override;
+
+    std::string FirstName, LastName, Email, Phone, Address, City, PostalCode;
+    Value Created; ///< A date, or Null.
+};
+
+/// Reads donors by id; those marked deleted are gone.
+class DonorManage : public qmevents::DescribedObject {
+public:
+    static constexpr std::string_view ClassName = "DonorManage";
+    const Members& members() const override;
+
+    explicit DonorManage(SharedContext context) : context_(std::move(context)) {}
+    Ref<Donor> GetDonor(std::int32_t id) const; ///< Nothing when there is no such donor.
+    Ref<SmallDonor> GetSmallDonor(std::int32_t id) const;
+
+private:
+    SharedContext context_;
+};
+
+} // namespace refhost

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <string>
+
+#include "automation/collection.h"
+#include "host/app/session_context.h"
+
+namespace refhost {
+
+/// A report that a module offers.
+class Report : public qmevents::DescribedObject {
+public:
+    static constexpr std::string_view ClassName = "Report";
+    const Members& members() const override;
+
+    std::string Key, Name, Description, Iconimage;
+    std::string Path;      ///< The folder of the layouts.
+    std::string Script;    ///< A line to run instead of showing the layout; may be empty.
+    std::string Operation; ///< The right that a user needs; empty for none.
+    bool IsEntitySmartList = false;
+    std::string EntityType;
+};
+
+/// A heading under which reports are listed.
+class ReportCategory : public qmevents::DescribedObject {
+public:
+    static constexpr std::string_view ClassName = "ReportCategory";
+    const Members& members() const override;
+
+    std::string Key, Name, Description;
+    Ref<qmevents::Collection> Reports = qmevents::makeRef<qmevents::Collection>();
+};
+
+/// `App.Modules.Quillmere.Reports`.
+class Reports : public qmevents::DescribedObject {
+public:
+    static constexpr std::string_view ClassName = "Reports";
+    const Members& members() const override;
+
+    explicit Reports(SharedContext context) : context_(std::move(context)) {}
+    Ref<qmevents::Collection> Categories = qmevents::makeRef<qmevents::Collection>();
+    Ref<ReportCategory> GetNewCategory() const;
+    Ref<Report> GetNewReport() const;
+    /// The address that shows a report of a record. The folder lies in the add-in's own, or the
+    /// call is refused (error 5).
+    std::string GetReportTaskString(const std::string& folder, const std::string& key,
+                                    const Value& entityId) const;
+    /// Asks the modules for their categories and reports, anew.
+    Ref<qmevents::Collection> Load();
+    /// Asks the modules for the reports that work on a list of records.
+    Ref<qmevents::Collection> LoadChooser() const;
+
+private:
+    SharedContext context_;
+};
+
+/// An entry among the settings.
+class SettingCategory : public qmevents::DescribedObject {
+public:
+    static constexpr std::string_view ClassName = "SettingCategory";
+    const Members& members() const override;
+
+    std::string Key, Name, Description, Iconimage;
+    std::string Script;    ///< The line that opens it.
+    std::string Operation; ///< The right that a user needs; empty for none.
+};
+
+/// `App.Modules.Quillmere.Settings`.
+class Settings : public qmevents::DescribedObject {
+public:
+    static constexpr std::string_view ClassName = "Settings";
+    const Members& members() const override;
+
+    explicit Settings(SharedContext context) : context_(std::move(context)) {}
+    Ref<qmevents::Collection> Categories = qmevents::makeRef<qmevents::Collection>();
+    Ref<SettingCategory> GetNewCategory() const;
+    Ref<qmevents::Collection> Load(); ///< Asks the modules for their entries, anew.
+
+private:
+    SharedContext context_;
+};
+
+} // namespace refhost
