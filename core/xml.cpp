@@ -6,7 +6,7 @@ namespace qmevents {
 
 std::string XmlNode::text() const
 {
-    const std::string whole = toText(get("text"));
+    const std::string whole = wholeText();
     constexpr const char* whiteSpace = " \t\r\n";
     const auto first = whole.find_first_not_of(whiteSpace);
     if (first == std::string::npos) return {};

@@ -13,6 +13,8 @@ public:
 
     /// The text of the element, without white space at its ends.
     std::string text() const;
+    /// The text of the element as it stands.
+    std::string wholeText() const { return toText(get("text")); }
     /// The attribute's text, empty when there is none.
     std::string attribute(const std::string& name) const;
     /// The first node that `path`, an XPath, selects; may be nothing.

@@ -58,14 +58,21 @@ private:
     T value_{};
 };
 
-/// The entity flags' lines of a member table.
+/// The marks' lines of a member table.
 template <typename C>
-void entityFlags(Describe<C>& table)
+void entityMarks(Describe<C>& table)
 {
     table.readOnly("IsNew", &C::IsNew, "The record has not been stored yet.")
         .storeOnly()
         .readOnly("IsDirty", &C::IsDirty, "Assigned to since the store last loaded or saved it.")
-        .storeOnly()
+        .storeOnly();
+}
+
+/// The entity flags' lines of a member table: the marks and a key that the store alone writes.
+template <typename C>
+void entityFlags(Describe<C>& table)
+{
+    table.with(entityMarks<C>)
         .readOnly("Id", &C::Id, "Key of the record in its table; 0 before it is stored.")
         .storeOnly();
 }

@@ -55,6 +55,23 @@ public:
         eachIn(*engine_->DeletedItems(), visit);
     }
 
+    /// Sum of what `amountOf` gives for each live record.
+    template <typename AmountOf>
+    Currency sum(AmountOf amountOf) const
+    {
+        Currency total;
+        each([&](const Ref<T>& record) { total += amountOf(*record); });
+        return total;
+    }
+    /// Number of live records for which `holds` is true.
+    template <typename Holds>
+    std::int32_t countIf(Holds holds) const
+    {
+        std::int32_t count = 0;
+        each([&](const Ref<T>& record) { count += holds(*record) ? 1 : 0; });
+        return count;
+    }
+
     /// The records' names joined with `separator`.
     std::string ToString(const std::string& separator) const
     {

@@ -1,16 +1,22 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "model/event.h"
+#include "model/event_activity.h"
+#include "model/event_expense.h"
+#include "model/event_participant.h"
+#include "model/event_reservation.h"
+#include "model/event_task.h"
 #include "model/events_criteria.h"
 #include "store/actions.h"
 
 namespace qmevents {
 
-/// The event store: reads, searches, validates, saves and deletes events, and tells which actions
-/// on them are valid. Failures are reported through the host's shell where they happen and give an
-/// empty or false result.
+/// The event store: reads, searches, validates, saves and deletes events, reads what belongs to
+/// them, and tells which actions on them are valid. Failures are reported through the host's shell
+/// where they happen and give an empty or false result.
 class EventsManage : public DescribedObject, public EventSource {
 public:
     static constexpr std::string_view ClassName = "EventsManage";
@@ -23,7 +29,63 @@ public:
     Ref<cEvents> GetEvents();
     Ref<cEvents> GetEventsBySearch(const Ref<cEventsCriteria>& SearchClass);
     std::int32_t GetEventReservationActivitiesCount(std::int32_t EventId) override;
+
+    // What belongs to events. A collection is empty when there is nothing in it, a single read
+    // gives nothing when there is no such record. Of several optional keys the first that is given
+    // and not 0 decides.
     Ref<Object> childrenOf(EventChild child, std::int32_t eventId) override;
+    Ref<cEventActivities> GetEventActivities(std::int32_t EventId);
+    Ref<cEventActivity> GetEventActivity(std::int32_t EventActivityId) override;
+    Ref<cEventExpenses> GetEventExpenses(std::int32_t EventId); ///< Newest first.
+    Ref<cEventExpense> GetEventExpense(std::int32_t EventExpenseId);
+    Ref<cEventTasks> GetEventTasks(std::int32_t EventId); ///< The one due last first.
+    /// The current user's open tasks, earliest due first. `DateString` is a further condition in
+    /// SQL.
+    Ref<cEventTasks> GetEventsTasksByDate(const std::string& DateString);
+    Ref<cEventTask> GetEventTask(std::int32_t EventTaskId);
+
+    /// The participants of an event with the names of their groups, or else those that a donor is.
+    Ref<cEventParticipants> GetEventParticipants(const std::optional<std::int32_t>& EventId,
+                                                 const std::optional<std::int32_t>& DonorId = {});
+    /// A participant by its own key, or else the donor as a participant of the event.
+    Ref<cEventParticipant>
+    GetEventParticipant(const std::optional<std::int32_t>& EventParticipantId,
+                        const std::optional<std::int32_t>& EventId = {},
+                        const std::optional<std::int32_t>& DonorId = {});
+    Ref<cEventParticipantGroups>
+    GetEventParticipantInvitationGroups(std::int32_t EventId,
+                                        const std::optional<std::int32_t>& DonorId = {}) override;
+
+    /// The reservations of an event, or else of a donor; latest first unless `OrderBy` says
+    /// otherwise.
+    Ref<cEventReservations> GetEventReservations(const std::optional<std::int32_t>& EventId,
+                                                 const std::optional<std::int32_t>& DonorId = {},
+                                                 const std::string& OrderBy = {});
+    Ref<cEventReservation> GetEventReservation(std::int32_t EventReservationId);
+    Ref<cEventReservationActivities>
+    GetEventReservationActivities(const std::optional<std::int32_t>& ReservationId,
+                                  const std::optional<std::int32_t>& EventId = {}) override;
+    Ref<cEventReservationActivity>
+    GetEventReservationActivity(std::int32_t EventReservationActivityId);
+    Ref<cEventReservationActivities>
+    GetEventActivityReservations(std::int32_t ActivityId, const std::string& OrderBy = {}) override;
+    /// The lines of an event's sponsorship activities, by donor and activity.
+    Ref<cEventReservationActivities> GetEventSponsorships(std::int32_t EventId);
+    /// The host's record set of an event's reservations, one row a line and one for each
+    /// reservation without lines. `FilterBy` is a further condition in SQL.
+    Ref<Object> GetEventReservationAndActivitiesRecordSet(std::int32_t EventId,
+                                                          const std::string& OrderBy = {},
+                                                          const std::string& FilterBy = {});
+
+    // New records, clean and unsaved.
+    Ref<cEventActivity> GetNewEventActivity(std::int32_t EventId = 0);
+    Ref<cEventExpense> GetNewEventExpense(std::int32_t EventId = 0);
+    Ref<cEventTask> GetNewEventTask(std::int32_t EventId = 0);
+    Ref<cEventReservation> GetNewEventReservation(std::int32_t EventId = 0);
+    Ref<cEventReservationActivity> GetNewEventReservationActivity();
+    Ref<cEventParticipants> GetNewEventParticipants();
+    Ref<cEventParticipant> GetNewEventParticipant(std::int32_t EventId = 0,
+                                                  std::int32_t DonorId = 0);
 
     /// Writes the event's row under the event's lock; true when it was written.
     bool UpdateEvent(const Ref<cEvent>& EventObject, bool Validate = true, bool ForceUpdate = true);

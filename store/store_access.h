@@ -4,6 +4,9 @@
 #include <utility>
 
 #include "model/entity.h"
+#include "model/event_activity.h"
+#include "model/event_participant.h"
+#include "model/event_reservation_activity.h"
 #include "model/lookup_items.h"
 
 namespace qmevents {
@@ -40,6 +43,32 @@ public:
     static void loadDisplay(cEventCoordinator& coordinator, std::string display)
     {
         coordinator.display_ = std::move(display);
+    }
+    static void loadName(cEventParticipant& participant, std::string name)
+    {
+        participant.name_ = std::move(name);
+    }
+
+    /// The fields of an activity, or the values of a line, with the document that they came from.
+    static void loadFields(cEventActivity& activity, Ref<Collection> fields, std::string document)
+    {
+        activity.fields_.set(std::move(fields));
+        activity.storedFields_ = std::move(document);
+    }
+    static void loadFields(cEventReservationActivity& line, Ref<Collection> values,
+                           std::string document)
+    {
+        line.values_.set(std::move(values));
+        line.storedValues_ = std::move(document);
+    }
+    /// The document as it was loaded.
+    static const std::string& storedFields(const cEventActivity& activity)
+    {
+        return activity.storedFields_;
+    }
+    static const std::string& storedFields(const cEventReservationActivity& line)
+    {
+        return line.storedValues_;
     }
 };
 
