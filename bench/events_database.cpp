@@ -1,0 +1,67 @@
+#include "bench/events_database.h"
+
+#include <sqlite3.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <stdexcept>
+
+namespace bench {
+namespace {
+
+// Rows made by the engine itself: every column filled, texts as long as people write them.
+std::string fillStatement(int events)
+{
+    return "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < " +
+           std::to_string(events) +
+           ") INSERT INTO events_event_info (Name, Description, FKLocationId, StartDateTime, "
+           "EndDateTime, RSVPDateTime, MaxCapacity, MinCapacity, FKCategoryId, FKStatusId, "
+           "FKCoordinatorId, RevenueGoal, AttendanceGoal, FKFundId, FKCampaignId, FKAppealId, "
+           "Notes, CreateUser, CreateDate, LastUpdateUser, LastUpdateDate) SELECT 'Benefit night "
+           "number ' || i, 'An evening with music and dinner', i % 20, datetime('2026-01-01', (i % "
+           "365) || ' days', '18 hours'), datetime('2026-01-01', (i % 365) || ' days', '23 "
+           "hours'), datetime('2025-12-01', (i % 365) || ' days'), 100 + i % 400, 20, i % 5, i % "
+           "4, i % 50, 1000.5 + i, 80, i % 7, i % 9, i % 11, 'Bring the banners', 1, '2025-06-01 "
+           "10:00:00', 1, '2025-07-01 11:30:00' FROM n";
+}
+
+void run(sqlite3* database, const std::string& sql)
+{
+    char* message = nullptr;
+    if (sqlite3_exec(database, sql.c_str(), nullptr, nullptr, &message) != SQLITE_OK) {
+        throw std::runtime_error(message);
+    }
+}
+
+} // namespace
+
+EventsDatabase::EventsDatabase(int events)
+    : file_((std::filesystem::temp_directory_path() /
+             ("events_bench_" + std::to_string(::getpid()) + "_" + std::to_string(events) + ".db"))
+                .string())
+{
+    std::filesystem::remove(file_);
+    refhost::SessionOptions options;
+    options.database = refhost::Database::open(file_);
+    options.frontEnd = &frontEnd_;
+    options.addInPath = SOURCE_FOLDER;
+    session_ = std::make_unique<refhost::Session>(std::move(options));
+    if (sqlite3_open(file_.c_str(), &raw_) != SQLITE_OK) throw std::runtime_error(file_);
+    run(raw_, fillStatement(events));
+}
+
+EventsDatabase::~EventsDatabase()
+{
+    sqlite3_close(raw_);
+    session_.reset();
+    for (const char* suffix : {"", "-wal", "-shm"}) std::filesystem::remove(file_ + suffix);
+}
+
+qmevents::Ref<qmevents::Object> EventsDatabase::store()
+{
+    using namespace qmevents;
+    const auto module = getObject(getObject(session_->app(), "Modules"), "Events");
+    return getObject(toObject(call(module, "Objects", "Events")), "EventsManage");
+}
+
+} // namespace bench

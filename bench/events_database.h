@@ -1,0 +1,44 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "host/app/session.h"
+#include "host/shell/front_end.h"
+
+struct sqlite3;
+
+namespace bench {
+
+/// A front end that nobody looks at: messages are dropped, questions answered No.
+class NobodyThere : public refhost::FrontEnd {
+public:
+    void showMessage(const refhost::Message&) override {}
+    refhost::Button ask(const refhost::Prompt&) override { return refhost::Button::no; }
+    void navigate(const std::string&, bool) override {}
+    void runDialog(const refhost::DialogWindow&, refhost::DialogEngine&) override {}
+    void loadDialogPage(const refhost::DialogWindow&) override {}
+    void refresh() override {}
+    void setPageModified() override {}
+};
+
+/// A database file with `events` rows in events_event_info, a signed-in session on it, and a raw
+/// connection to the same file.
+class EventsDatabase {
+public:
+    explicit EventsDatabase(int events);
+    EventsDatabase(const EventsDatabase&) = delete;
+    ~EventsDatabase();
+
+    qmevents::Ref<qmevents::Object> store();
+    refhost::Session& session() { return *session_; }
+    sqlite3* raw() { return raw_; }
+
+private:
+    NobodyThere frontEnd_;
+    std::string file_;
+    std::unique_ptr<refhost::Session> session_;
+    sqlite3* raw_ = nullptr;
+};
+
+} // namespace bench
