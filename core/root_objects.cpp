@@ -227,8 +227,13 @@ std::span<const Members* const> publicClasses()
                   cEventsCriteria, cEvent, cEvents, cEventCategory, cEventCategories, cEventStatus,
                   cEventStatuses, cEventLocation, cEventLocations, cEventCoordinator,
                   cEventCoordinators, cEventInvitationGroup, cEventInvitationGroups,
-                  cAttributeValue, cAttributeValues, CollectionTemplate, SecureCollection,
-                  Collection, DetailsPage, DetailsPageTab, DetailsPageSection,
+                  cAttributeValue, cAttributeValues, cEventActivity, cEventActivities,
+                  cEventActivityReservationField, cEventActivityReservationItem,
+                  cEventReservationActivityField, cEventParticipant, cEventParticipants,
+                  cEventParticipantGroup, cEventParticipantGroups, cEventReservation,
+                  cEventReservations, cEventReservationActivity, cEventReservationActivities,
+                  cEventExpense, cEventExpenses, cEventTask, cEventTasks, CollectionTemplate,
+                  SecureCollection, Collection, DetailsPage, DetailsPageTab, DetailsPageSection,
                   DetailsPageSectionRow>(all);
         for (const Members* dialog : dialogMembers()) all.push_back(dialog);
         return all;

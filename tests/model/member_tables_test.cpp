@@ -2,6 +2,11 @@
 
 #include "core/root_objects.h"
 #include "model/details_page.h"
+#include "model/event_activity.h"
+#include "model/event_expense.h"
+#include "model/event_participant.h"
+#include "model/event_reservation.h"
+#include "model/event_task.h"
 #include "model/events_criteria.h"
 #include "model/lookup_items.h"
 
@@ -63,6 +68,16 @@ TEST(MemberTables, ReadBackWhatWasSetAndMarkDirtyAsTheySay)
     walk<cEventCoordinator>();
     walk<cEventInvitationGroup>();
     walk<cAttributeValue>();
+    walk<cEventActivity>();
+    walk<cEventActivityReservationField>();
+    walk<cEventActivityReservationItem>();
+    walk<cEventReservationActivityField>();
+    walk<cEventParticipant>();
+    walk<cEventParticipantGroup>();
+    walk<cEventReservation>();
+    walk<cEventReservationActivity>();
+    walk<cEventExpense>();
+    walk<cEventTask>();
     walk<DetailsPageTab>();
     walk<DetailsPageSection>();
     walk<DetailsPageSectionRow>();
