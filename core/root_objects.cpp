@@ -8,6 +8,7 @@
 #include "core/links.h"
 #include "handlers/feature_handlers.h"
 #include "model/details_page.h"
+#include "model/reservation_fields.h"
 #include "store/events_manage.h"
 #include "store/list_manage.h"
 #include "workflow/dialog.h"

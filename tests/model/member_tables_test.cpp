@@ -9,6 +9,7 @@
 #include "model/event_task.h"
 #include "model/events_criteria.h"
 #include "model/lookup_items.h"
+#include "model/reservation_fields.h"
 
 namespace qmevents {
 namespace {

@@ -1,0 +1,294 @@
+#include <gtest/gtest.h>
+
+#include "model/event_activity.h"
+#include "model/event_expense.h"
+#include "model/event_participant.h"
+#include "model/event_reservation.h"
+#include "model/event_task.h"
+#include "model/reservation_fields.h"
+#include "store/store_access.h"
+#include "tests/support/scripted_host.h"
+
+namespace qmevents {
+namespace {
+
+using testing::Log;
+using testing::Puppet;
+using testing::puppet;
+using testing::ScriptedHost;
+
+// Assigns to a property of a clean record by name, as scripts do.
+template <typename T>
+bool marksDirtyWhenSet(const char* property, const Value& value)
+{
+    const auto record = makeRef<T>();
+    put(record, property, value);
+    return record->IsDirty();
+}
+
+TEST(DirtyMarks, AreIrregularOnPurpose)
+{
+    const Date day = Date::of(2026, 3, 7);
+    EXPECT_TRUE(marksDirtyWhenSet<cEventActivity>("CreateDate", day));
+    EXPECT_TRUE(marksDirtyWhenSet<cEventActivity>("LastUpdateUser", 5));
+    EXPECT_TRUE(marksDirtyWhenSet<cEventActivity>("ReservationFields", makeRef<Collection>()));
+
+    EXPECT_TRUE(marksDirtyWhenSet<cEventParticipant>("Id", 5));
+    EXPECT_TRUE(marksDirtyWhenSet<cEventParticipant>("IsSelected", true));
+    EXPECT_FALSE(marksDirtyWhenSet<cEventParticipant>("FKEventId", 5));
+    EXPECT_FALSE(marksDirtyWhenSet<cEventParticipant>("Notes", "n"));
+
+    EXPECT_FALSE(marksDirtyWhenSet<cEventReservation>("FKEventId", 5));
+    EXPECT_TRUE(marksDirtyWhenSet<cEventReservation>("AmountPaid", 5));
+
+    EXPECT_FALSE(marksDirtyWhenSet<cEventReservationActivity>("Id", 5));
+    EXPECT_FALSE(marksDirtyWhenSet<cEventReservationActivity>("Price", 5));
+    EXPECT_FALSE(marksDirtyWhenSet<cEventReservationActivity>("Quantity", 5));
+    EXPECT_FALSE(marksDirtyWhenSet<cEventReservationActivity>("Sponsorship", true));
+    EXPECT_TRUE(marksDirtyWhenSet<cEventReservationActivity>("Notes", "n"));
+    EXPECT_TRUE(marksDirtyWhenSet<cEventReservationActivity>("ReservationFieldValues",
+                                                             makeRef<Collection>()));
+
+    EXPECT_TRUE(marksDirtyWhenSet<cEventExpense>("FKEventId", 5));
+    EXPECT_FALSE(marksDirtyWhenSet<cEventExpense>("CreateDate", day));
+    EXPECT_TRUE(marksDirtyWhenSet<cEventTask>("Completed", true));
+    EXPECT_FALSE(marksDirtyWhenSet<cEventTask>("LastUpdateDate", day));
+}
+
+TEST(DirtyMarks, OfMembershipsAreHiddenFromTheHost)
+{
+    const Ref<Object> membership = makeRef<cEventParticipantGroup>();
+    EXPECT_EQ(membership->memberId("IsNew"), unknownMember);
+    EXPECT_EQ(membership->memberId("IsDirty"), unknownMember);
+    EXPECT_THROW(put(membership, "Id", 5), Error);
+}
+
+TEST(ReservationField, NamesItsTypeExceptTheFifth)
+{
+    const char* names[] = {"",     "Textbox", "Dropdown List", "Dropdown Edit",
+                           "Date", "",        "Checkbox",      ""};
+    cEventActivityReservationField field;
+    for (std::int16_t type = 0; type < 8; ++type) {
+        field.FieldType = type;
+        EXPECT_EQ(field.FieldTypeString(), names[type]) << type;
+    }
+}
+
+TEST(ReservationField, KeepsTheFirstOfTwoChoicesOfOneName)
+{
+    const auto field = makeRef<cEventActivityReservationField>();
+    Value first[] = {"Red", true, false};
+    invokeNamed(field, "AddListItem", CallKind::method, first);
+    EXPECT_FALSE(toBool(first[2]));
+    Value again[] = {"red", false, false};
+    invokeNamed(field, "AddListItem", CallKind::method, again);
+    EXPECT_TRUE(toBool(again[2]));
+    ASSERT_EQ(field->ListItems()->Count(), 1);
+    EXPECT_TRUE(toBool(get(toObject(field->ListItems()->Item("Red")), "Visible")));
+}
+
+TEST(ReservationField, CopiesShareNothingWithTheirMaster)
+{
+    const auto master = makeRef<cEventActivityReservationField>();
+    master->FieldType = 2;
+    master->Name = "Meal";
+    master->Description = "What to eat";
+    master->DefaultValue = "Fish";
+    master->AddListItem("Fish", true);
+    master->AddListItem("Meat", false);
+    const auto copy = makeRef<cEventActivityReservationField>();
+    copy->AddListItem("Old", true);
+    copy->CopyFrom(master);
+    master->AddListItem("Soup", true);
+    put(toObject(master->ListItems()->Item(1)), "Name", "Changed");
+
+    EXPECT_EQ(copy->FieldTypeString(), "Dropdown List");
+    EXPECT_EQ(copy->Name + copy->Description + copy->DefaultValue, "MealWhat to eatFish");
+    ASSERT_EQ(copy->ListItems()->Count(), 2);
+    EXPECT_EQ(toText(get(toObject(copy->ListItems()->Item(1)), "Name")), "Fish");
+    EXPECT_FALSE(toBool(get(toObject(copy->ListItems()->Item("Meat")), "Visible")));
+    copy->CopyFrom(copy);
+    EXPECT_EQ(copy->ListItems()->Count(), 2);
+
+    cEventActivity activity;
+    EXPECT_EQ(activity.ReservationFieldSummary(), "");
+    activity.ReservationFields()->append(copy);
+    activity.ReservationFields()->append(makeRef<cEventActivityReservationField>(),
+                                         "one without a name");
+    EXPECT_EQ(activity.ReservationFieldSummary(), "Meal, ");
+}
+
+TEST(Activities, AddUpWhatTheyCouldBring)
+{
+    cEventActivities activities;
+    for (const auto& [name, price, units] :
+         {std::tuple("Ticket", 25, 10), std::tuple("Table", 1000, 3)}) {
+        auto activity = makeRef<cEventActivity>();
+        activity->Name = name;
+        activity->ListPrice = Currency::fromUnits(price);
+        activity->QuantityAvailable = units;
+        activities.Add(activity, nullptr);
+    }
+    EXPECT_EQ(activities.PotentialRevenue(), Currency::fromUnits(3250));
+    EXPECT_EQ(activities.ToString(" / "), "Ticket / Table");
+}
+
+TEST(Participants, CountThoseWhoAnsweredAsInvited)
+{
+    cEventParticipants participants;
+    const char* texts[] = {"Not Invited", "Invited", "Accepted", "Declined", "Not Invited"};
+    for (const int status : {0, 1, 2, 3, 7}) {
+        auto participant = makeRef<cEventParticipant>();
+        participant->Status = static_cast<std::int16_t>(status);
+        participant->Attended = status == 2;
+        EXPECT_EQ(participant->StatusText(), texts[participants.Count()]);
+        participants.Add(participant, nullptr);
+    }
+    EXPECT_EQ(participants.TotalInvited(), 3);
+    EXPECT_EQ(participants.TotalAccepted(), 1);
+    EXPECT_EQ(participants.TotalDeclined(), 1);
+    EXPECT_EQ(participants.TotalAttended(), 1);
+}
+
+Ref<cEventReservationActivity> line(std::int32_t activity, std::int32_t price,
+                                    std::int32_t quantity, bool sponsorship)
+{
+    auto one = makeRef<cEventReservationActivity>();
+    one->FKActivityId = activity;
+    one->Price = Currency::fromUnits(price);
+    one->Quantity = quantity;
+    one->setSponsorship(sponsorship);
+    return one;
+}
+
+TEST(ReservationLines, AddUpAndTakeTheKeyOfTheirCollection)
+{
+    cEventReservationActivities lines;
+    EXPECT_EQ(lines.TotalExpected(), Currency());
+    const auto ticket = line(3, 100, 2, false);
+    Value key = 0;
+    lines.Add(ticket, &key);
+    ticket->setId(toInt32(key));
+    lines.Add(line(4, 50, 1, true), nullptr);
+    EXPECT_EQ(lines.TotalExpected(), Currency::fromUnits(250));
+    EXPECT_EQ(lines.TotalSponsorship(), Currency::fromUnits(50));
+    EXPECT_FALSE(ticket->IsDirty());
+    lines.RemoveByKey(-1, false);
+    EXPECT_EQ(lines.TotalExpected(), Currency::fromUnits(50));
+}
+
+TEST(ReservationLines, CopyEverythingAndMarkTheCopyForSaving)
+{
+    const auto master = line(3, 100, 2, true);
+    master->setId(8);
+    master->FKReservationId = 7;
+    master->setActivityName("Ticket");
+    master->Notes = "by the door";
+    master->CreateUser = 5;
+    const auto meal = makeRef<cEventReservationActivityField>();
+    meal->FieldType = 1;
+    meal->Name = "Meal";
+    meal->Value = "Fish";
+    appendValue(*master->ReservationFieldValues(), meal);
+    const auto copy = makeRef<cEventReservationActivity>();
+    copy->CopyFrom(master);
+    meal->Value = "Meat";
+
+    EXPECT_EQ(copy->Id(), 8);
+    EXPECT_EQ(copy->FKReservationId, 7);
+    EXPECT_EQ(copy->ActivityName(), "Ticket");
+    EXPECT_EQ(copy->amount(), Currency::fromUnits(200));
+    EXPECT_TRUE(copy->Sponsorship());
+    EXPECT_EQ(copy->Notes.get(), "by the door");
+    EXPECT_EQ(copy->CreateUser, 5);
+    EXPECT_TRUE(copy->IsDirty());
+    EXPECT_EQ(toText(get(toObject(copy->ReservationFieldValues()->Item("Meal")), "Value")), "Fish");
+    EXPECT_THROW(copy->CopyFrom({}), Error);
+}
+
+// A donation module whose donations of a reservation are two payments.
+void offerDonations(const ScriptedHost& host, Log& searches)
+{
+    const auto donation = getObject(getObject(host.app(), "Modules"), "Donation");
+    const auto donations = refCast<Puppet>(getObject(donation, "Donations"));
+    donations->on("GetNewDonationCriteria", [](std::span<Value>) -> Value {
+        auto criteria = puppet("Criteria");
+        criteria->holds("CustomWhere", "").holds("CustomOrderBy", "");
+        return criteria;
+    });
+    donations->on("GetDonationsBySearch", [&searches](std::span<Value> a) -> Value {
+        const auto criteria = toObject(a[0]);
+        searches.push_back(toText(get(criteria, "CustomWhere")) + " by " +
+                           toText(get(criteria, "CustomOrderBy")));
+        auto found = makeRef<Collection>();
+        for (const Value& amount : {Value(45), Value(Null{}), Value(15)}) {
+            auto payment = puppet("Donation");
+            payment->holds("DonationAmount", amount);
+            found->append(payment);
+        }
+        return found;
+    });
+}
+
+TEST(Reservations, CountGiftsBesideWhatWasPaidOnThem)
+{
+    ScriptedHost host;
+    Log searches;
+    offerDonations(host, searches);
+    const auto reservation = makeRef<cEventReservation>();
+    reservation->AmountPaid = Currency::fromUnits(40);
+    EXPECT_EQ(reservation->TotalPaid(), Currency::fromUnits(40));
+    EXPECT_EQ(searches, Log{}) << "gifts without a reservation are not those of an unsaved one";
+
+    StoreAccess::setId(*reservation, 7);
+    EXPECT_EQ(reservation->DonationPaymentsAmount(), Currency::fromUnits(60));
+    EXPECT_EQ(toCurrency(get(reservation, "TotalPaid")), Currency::fromUnits(100));
+    EXPECT_EQ(searches, Log{"FKReservationId = <3:7> by ActualDate DESC"});
+    call(reservation, "ResetPayments");
+    reservation->Payments();
+    EXPECT_EQ(searches.size(), 2U);
+
+    cEventReservations reservations;
+    reservations.add(reservation);
+    EXPECT_EQ(reservations.TotalPaid(), Currency::fromUnits(40)) << "gifts are left out on purpose";
+}
+
+TEST(Reservations, AddUpTheirLinesAndCountDistinctActivities)
+{
+    ScriptedHost host;
+    cEventReservations reservations;
+    for (const auto& activities : {std::vector{3, 4, 3}, std::vector{4, 5}}) {
+        auto reservation = makeRef<cEventReservation>();
+        for (const std::int32_t activity : activities) {
+            reservation->lines().Add(line(activity, 10, 2, activity == 4), nullptr);
+        }
+        reservations.Add(reservation, nullptr);
+    }
+    EXPECT_EQ(reservations.TotalExpected(), Currency::fromUnits(100));
+    EXPECT_EQ(reservations.TotalSponsorship(), Currency::fromUnits(40));
+    EXPECT_EQ(reservations.TotalActivities(), 3);
+
+    auto unread = makeRef<cEventReservation>();
+    reservations.Add(unread, nullptr);
+    host.failingStatement = 0;
+    EXPECT_THROW(reservations.TotalExpected(), Error) << "a total without its lines is wrong";
+    EXPECT_EQ(host.log.back(), "ErrorUnexpected: the disk is full");
+}
+
+TEST(Expenses, AddUp)
+{
+    cEventExpenses expenses;
+    EXPECT_EQ(expenses.Total(), Currency());
+    for (const double amount : {12.5, -2.25}) {
+        auto expense = makeRef<cEventExpense>();
+        expense->Amount = Currency::fromDouble(amount);
+        expense->Description = "Flowers";
+        expenses.Add(expense, nullptr);
+    }
+    EXPECT_EQ(toText(get(Ref<Object>(new cEventExpenses), "Total")), "0");
+    EXPECT_EQ(expenses.Total(), Currency::fromDouble(10.25));
+    EXPECT_EQ(expenses.ToString(", "), "Flowers, Flowers");
+}
+
+} // namespace
+} // namespace qmevents
