@@ -1,6 +1,7 @@
 #include "host/app/app.h"
 
 #include "automation/describe.h"
+#include "host/script/script_control.h"
 
 namespace refhost {
 
@@ -21,7 +22,7 @@ const Members& App::members() const
             .property("Session", &App::sessionValue, &App::setSessionValue, {arg("Key")},
                       "A value kept until the user signs out.")
             .method("CreateObject", &App::CreateObject, {arg("ClassId")},
-                    "A helper object: \"OBFSL.FileSystemLib\".")
+                    "A helper object: \"OBFSL.FileSystemLib\" or \"ScriptControl\".")
             .method("IsModuleLoaded", &App::IsModuleLoaded, {arg("Name")},
                     "Whether the host has a module of this name.");
     return table;
@@ -47,7 +48,17 @@ void App::setSessionValue(const std::string& key, const Value& value)
 
 Ref<Object> App::CreateObject(const std::string& classId) const
 {
-    if (qmevents::text::sameName(classId, "OBFSL.FileSystemLib")) return makeRef<FileSystem>();
+    struct Class {
+        const char* id;
+        Ref<Object> (*make)();
+    };
+    constexpr Class classes[] = {
+        {"OBFSL.FileSystemLib", []() -> Ref<Object> { return makeRef<FileSystem>(); }},
+        {"ScriptControl", makeScriptControl},
+    };
+    for (const auto& [id, make] : classes) {
+        if (qmevents::text::sameName(id, classId)) return make();
+    }
     constexpr int cannotCreate = 429;
     throw qmevents::Error(cannotCreate, "App.CreateObject",
                           "The host cannot create an object of the class \"" + classId + "\".");

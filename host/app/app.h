@@ -32,7 +32,7 @@ public:
     // The late-bound face.
     Value sessionValue(const std::string& key) const; ///< Empty when it was never set.
     void setSessionValue(const std::string& key, const Value& value);
-    /// "OBFSL.FileSystemLib"; error 429 for any other class.
+    /// "OBFSL.FileSystemLib" or "ScriptControl"; error 429 for any other class.
     Ref<Object> CreateObject(const std::string& classId) const;
     bool IsModuleLoaded(const std::string& name) const { return modules_->isLoaded(name); }
 

@@ -132,6 +132,10 @@ TEST(App, MakesItsHelpers)
     call(utils, "DoEvents");
     const auto files = toObject(call(host.app, "CreateObject", "OBFSL.FileSystemLib"));
     EXPECT_FALSE(toBool(call(files, "FileExists", "no\\such\\file")));
+    const auto script = toObject(call(host.app, "CreateObject", "ScriptControl"));
+    call(script, "AddObject", "App", host.app);
+    call(script, "AddCode", "App.Session(\"guid\") = Len(App.Utils.GetGuid)");
+    EXPECT_EQ(qmevents::toInt32(get(host.app, "Session", "guid")), 38);
     EXPECT_EQ(failureOf([&] { call(host.app, "CreateObject", "Shell.Application"); }).substr(0, 4),
               "429 ");
     EXPECT_FALSE(toBool(call(host.app, "IsModuleLoaded", "mail")));
