@@ -43,7 +43,7 @@ double numberOf(const HostValue& value, TypeKind from, TypeKind to, Dialect dial
         if (sameName(trimmed, "true")) return 1;
         if (sameName(trimmed, "false")) return 0;
     }
-    const auto number = qmevents::parseNumber(trimmed);
+    const auto number = readNumber(trimmed);
     if (!number) mismatch(text, to);
     // SQL Server reads a whole number from digits only.
     const bool whole = to == TypeKind::int16 || to == TypeKind::int32;
@@ -178,6 +178,15 @@ std::string convertedSql(const std::string& sql, TypeKind from, const SqlType& t
            std::to_string(mode) + ")";
 }
 
+std::optional<double> readNumber(std::string_view text)
+{
+    try {
+        return qmevents::parseNumber(text);
+    } catch (const qmevents::Error&) { // an overflow
+        overflow(TypeKind::real);
+    }
+}
+
 Date readDate(std::string_view text, Dialect dialect)
 {
     if (dialect == Dialect::jet) {
@@ -189,7 +198,8 @@ Date readDate(std::string_view text, Dialect dialect)
     if (text.empty()) return Date::of(1900, 1, 1);
     std::string iso(text);
     if (digitsAt(text, 0, 8) >= 0 && (text.size() == 8 || text[8] == ' ')) {
-        iso.insert(6, "-").insert(4, "-");
+        iso.assign(text.substr(0, 4)).append("-").append(text.substr(4, 2)).append("-");
+        iso.append(text.substr(6));
     } else if (text.size() < 19 || text[10] != 'T') {
         if (readsAsDate(text, dialect)) {
             throw ConversionError(SqlErrorNumber::badValue,

@@ -35,6 +35,9 @@ HostValue convert(HostValue value, TypeKind from, const SqlType& to, Dialect dia
 std::string convertedSql(const std::string& sql, TypeKind from, const SqlType& to, Dialect dialect,
                          Purpose purpose);
 
+/// The number that `text` is, or nothing. Throws ConversionError when it is too big for any number.
+std::optional<double> readNumber(std::string_view text);
+
 /// A date text as the engine reads it whatever language its user speaks: in SQL Server
 /// "yyyy-mm-ddThh:nn:ss", "yyyymmdd" and "yyyymmdd hh:nn:ss" (an empty text is 1 January 1900); in
 /// Jet what a user would type. Throws ConversionError.

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <span>
 #include <vector>
 
 #include "automation/conversions.h"
@@ -70,9 +71,9 @@ std::string_view named(std::string_view pattern, const NamedPattern* first,
 
 std::string padded(int value, std::size_t width, char fill = '0')
 {
-    std::string digits = std::to_string(value);
-    if (digits.size() < width) digits.insert(0, width - digits.size(), fill);
-    return digits;
+    const std::string digits = std::to_string(value);
+    std::string result(width > digits.size() ? width - digits.size() : 0, fill);
+    return result.append(digits);
 }
 
 char lowerAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
@@ -164,10 +165,8 @@ private:
     }
 
     // A number in one or two places, or the name that it stands for, short or long.
-    template <std::size_t Count>
-    static std::string word(std::size_t run, int number,
-                            const std::array<std::string_view, Count>& names, int name,
-                            std::size_t width)
+    static std::string word(std::size_t run, int number, std::span<const std::string_view> names,
+                            int name, std::size_t width)
     {
         if (run < 3) return padded(number, width);
         const std::string_view full = names[static_cast<std::size_t>(name - 1)];
@@ -221,22 +220,25 @@ std::string digitsOf(double amount, const NumberPattern& pattern)
     double rounded = std::round(scaled * (1 + 1e-15)) / scale;
     if (!(std::abs(scaled) < 1e15)) rounded = amount;
     std::snprintf(buffer.data(), buffer.size(), "%.*f", decimals, rounded);
-    std::string digits = buffer.data();
-    std::size_t point = std::min(digits.find('.'), digits.size());
-    while (digits.size() > point + 1 + pattern.leastDecimals && digits.back() == '0') {
-        digits.pop_back();
+    const std::string_view digits = buffer.data();
+    const std::size_t point = std::min(digits.find('.'), digits.size());
+    std::string_view whole = digits.substr(0, point);
+    std::string_view decimal = digits.substr(std::min(point + 1, digits.size()));
+    while (decimal.size() > pattern.leastDecimals && decimal.back() == '0') {
+        decimal.remove_suffix(1);
     }
-    if (digits.back() == '.') digits.pop_back();
-    if (pattern.leastWhole == 0 && digits[0] == '0') {
-        digits.erase(0, 1);
-        --point;
+    if (pattern.leastWhole == 0 && whole == "0") whole = {};
+    std::string filled(whole.size() < pattern.leastWhole ? pattern.leastWhole - whole.size() : 0,
+                       '0');
+    filled.append(whole);
+    std::string result;
+    for (std::size_t i = 0; i < filled.size(); ++i) {
+        const bool group = pattern.grouped && i > 0 && (filled.size() - i) % 3 == 0;
+        if (group) result += ',';
+        result += filled[i];
     }
-    while (point < pattern.leastWhole) {
-        digits.insert(0, "0");
-        ++point;
-    }
-    for (std::size_t i = point; pattern.grouped && i > 3; i -= 3) digits.insert(i - 3, ",");
-    return digits;
+    if (!decimal.empty()) result.append(".").append(decimal);
+    return result;
 }
 
 } // namespace

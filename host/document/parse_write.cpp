@@ -86,7 +86,7 @@ Delete Parser::deletion()
 {
     Delete result;
     if (sqlServer()) {
-        if (peek().isSymbol("*") || peek(1).isSymbol(".")) {
+        if (peek().isSymbol("*") || peek().isWord("DISTINCTROW") || peek(1).isSymbol(".")) {
             refuse(peek(), "SQL Server deletes with DELETE t FROM t ...");
         }
         const bool bare = acceptWord("FROM");

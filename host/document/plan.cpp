@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "automation/conversions.h"
 #include "host/document/parser.h"
 #include "host/document/schema_change.h"
 #include "host/document/translator.h"
@@ -15,9 +14,8 @@ HostValue ownValue(const Token& token, bool negative)
     switch (token.kind) {
     case TokenKind::integer:
     case TokenKind::decimal: {
-        const auto number = qmevents::parseNumber(token.text);
-        if (!number) refuse(token, "the number is out of range", SqlErrorNumber::overflow);
-        const double value = negative ? -*number : *number;
+        const double number = readNumber(token.text).value_or(0);
+        const double value = negative ? -number : number;
         if (token.kind == TokenKind::integer) return static_cast<std::int64_t>(value);
         return value;
     }
@@ -49,9 +47,9 @@ TypeKind literalKind(const Token& token)
 
 HostValue literalValue(const Token& token, const Parameter& parameter, Dialect dialect)
 {
-    HostValue value = ownValue(token, parameter.negative);
-    if (parameter.target.is(TypeKind::unknown)) return value;
     try {
+        HostValue value = ownValue(token, parameter.negative);
+        if (parameter.target.is(TypeKind::unknown)) return value;
         return convert(std::move(value), literalKind(token), parameter.target, dialect,
                        parameter.purpose);
     } catch (const ConversionError& error) {

@@ -173,17 +173,16 @@ private:
         if (column.counter) return sql + "INTEGER PRIMARY KEY AUTOINCREMENT";
         sql += declaration(type);
         if (type.is(TypeKind::text)) sql += " COLLATE " + std::string(collationName(dialect_));
-        std::string defaultValue;
+        // A yes/no column of Jet holds No where nothing was written.
+        const bool jetYesNo = type.is(TypeKind::yesNo) && dialect_ == Dialect::jet;
+        std::string defaultValue(jetYesNo ? "0" : "");
         if (column.defaultValue) {
             const CatalogColumn target{nameOf(column.name), type, false};
             defaultValue =
                 Translator(dialect_, catalog_).defaultValue(*column.defaultValue, target);
         }
-        const bool jetYesNo = type.is(TypeKind::yesNo) && dialect_ == Dialect::jet;
         if (jetYesNo) {
-            // A yes/no column of Jet holds No where nothing was written.
             sql += " NOT NULL ON CONFLICT REPLACE";
-            if (defaultValue.empty()) defaultValue = "0";
         } else if (column.notNull || column.primaryKey) {
             sql += " NOT NULL";
         }
