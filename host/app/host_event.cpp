@@ -39,15 +39,6 @@ void DeletionPayload::AddConfirmationMessage(const std::string& text)
     ConfirmationMessages->append(Value(text));
 }
 
-const Members& Interaction::members() const
-{
-    static const Members table =
-        describe<Interaction>("An entry of a donor's history.")
-            .readOnly("group", &Interaction::group, "Which module it concerns.")
-            .readOnly("Reference", &Interaction::Reference, "The key of the record there.");
-    return table;
-}
-
 const Members& MenuItem::members() const
 {
     static const Members table =

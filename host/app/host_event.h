@@ -33,16 +33,6 @@ public:
     void AddConfirmationMessage(const std::string& text);
 };
 
-/// An entry of a donor's history.
-class Interaction : public qmevents::DescribedObject {
-public:
-    static constexpr std::string_view ClassName = "Interaction";
-    const Members& members() const override;
-
-    std::string group;     ///< Which module it concerns.
-    std::string Reference; ///< The key of the record there.
-};
-
 /// One entry of a context menu.
 class MenuItem : public qmevents::DescribedObject {
 public:
@@ -70,7 +60,11 @@ public:
     static constexpr std::string_view ClassName = "InteractionPayload";
     const Members& members() const override;
 
-    Ref<Interaction> interaction = qmevents::makeRef<Interaction>();
+    explicit InteractionPayload(Ref<Object> entry, std::int32_t command = 0)
+        : interaction(std::move(entry)), Command(command)
+    {
+    }
+    Ref<Object> interaction; ///< An entry of a donor's history, with `group` and `Reference`.
     Ref<ContextMenu> contextMenu = qmevents::makeRef<ContextMenu>();
     std::int32_t Command = 0; ///< Of the menu entry chosen.
 };

@@ -19,6 +19,26 @@ namespace {
 /// one up.
 constexpr const char* rootObjects[] = {"Events", "Workflow", "Handler", "Security"};
 
+/// The add-in keeps its App for each thread, so a thread serves one session at a time.
+thread_local bool threadHasAddIn = false;
+
+SessionParts linkedAddIn()
+{
+    if (threadHasAddIn) {
+        throw Error::with(qmevents::ErrorNumber::invalidCall, "this thread serves another session");
+    }
+    return {.makeRootObject =
+                [](std::string_view progId) {
+                    threadHasAddIn = true;
+                    return qmevents::createRootObject(progId);
+                },
+            .releaseAddIn =
+                [] {
+                    qmevents::releaseAddIn();
+                    threadHasAddIn = false;
+                }};
+}
+
 /// Shows a failure that nobody else would show.
 void reportTo(Shell& shell, const std::string& text, std::optional<Value> number = {})
 {
@@ -75,8 +95,7 @@ private:
 Session::Implementation::Implementation(SessionOptions options) : parts_(std::move(options.parts))
 {
     checkOptions(options);
-    if (!parts_.makeRootObject) parts_.makeRootObject = qmevents::createRootObject;
-    if (!parts_.releaseAddIn) parts_.releaseAddIn = qmevents::releaseAddIn;
+    if (!parts_.makeRootObject) parts_ = linkedAddIn();
 
     createHostTables(options.database);
     auto sql = std::make_unique<SqlSession>(options.database, options.dialect);

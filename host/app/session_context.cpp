@@ -15,6 +15,23 @@ void SessionContext::doEvents() const
     if (live().doEvents) live().doEvents();
 }
 
+Transaction::~Transaction()
+{
+    if (!begun_) return;
+    try {
+        sql_.rollback();
+    } catch (const qmevents::Error&) {
+        // The failure that led here is on its way to the user; a database that cannot even roll
+        // back does so when its session ends.
+    }
+}
+
+void Transaction::commit()
+{
+    if (begun_) sql_.commit();
+    begun_ = false;
+}
+
 void readRows(const SharedContext& context, std::string_view text,
               const std::function<void(const Cursor&)>& row)
 {

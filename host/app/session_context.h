@@ -72,6 +72,24 @@ private:
     std::function<void(const Traced&)> onStatement_;
 };
 
+/// A transaction for a scope, within the one that is open already if there is one. Rolls back its
+/// own unless commit() was reached.
+class Transaction {
+public:
+    explicit Transaction(SqlSession& sql) : sql_(sql), begun_(!sql.inTransaction())
+    {
+        if (begun_) sql_.begin();
+    }
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+    ~Transaction();
+    void commit();
+
+private:
+    SqlSession& sql_;
+    bool begun_;
+};
+
 /// Reads `text`, a SELECT that both dialects accept, for the host itself: calls `row` for each row.
 void readRows(const SharedContext& context, std::string_view text,
               const std::function<void(const Cursor&)>& row);

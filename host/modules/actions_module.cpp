@@ -33,6 +33,7 @@ const Members& Note::members() const
     static const Members table =
         describe<Note>("What happened with a donor, for the donor's history.")
             .readOnly("Id", &Note::Id, "The key; 0 until it is saved.")
+            .readOnly("Created", &Note::Created, "When it was saved, or Null.")
             .property("DonorId", &Note::DonorId, "The donor.")
             .property("Group", &Note::Group, "Which module it concerns, for example \"Event\".")
             .property("Reference", &Note::Reference, "The key of the record there.")
@@ -45,7 +46,8 @@ void Note::Save()
 {
     if (DonorId < 1) throw Error::with(ErrorNumber::invalidCall, "a note needs its donor");
     if (Id != 0) throw Error::with(ErrorNumber::invalidCall, "the note is saved already");
-    const std::string now = literal(context_, Value(qmevents::Clock::now()), LiteralKind::date);
+    Created = Value(qmevents::Clock::now());
+    const std::string now = literal(context_, Created, LiteralKind::date);
     runStatement(context_,
                  "INSERT INTO actions_interactions (FKDonorId, grouping, reference, [note], "
                  "FKuserId, created) VALUES (" +
@@ -124,6 +126,12 @@ const Members& ActionsModule::members() const
     static const Members table =
         describe<ActionsModule>("Notes, assignments and reminders.")
             .method("NewNote", &ActionsModule::NewNote, "A new note for a donor's history.")
+            .method("GetNotes", &ActionsModule::GetNotes, {arg("DonorId")},
+                    "A donor's history, the newest note first.")
+            .method("GetNoteMenu", &ActionsModule::GetNoteMenu, {arg("Note")},
+                    "What the modules offer to do with a note.")
+            .method("RunNoteCommand", &ActionsModule::RunNoteCommand, {arg("Note"), arg("Command")},
+                    "Does what an entry of that menu stands for.")
             .method("NewActionCriteria", &ActionsModule::NewActionCriteria,
                     "New criteria that all assignments satisfy.")
             .method("GetAssignments", &ActionsModule::GetAssignments, {arg("Criteria")},
@@ -137,6 +145,38 @@ const Members& ActionsModule::members() const
 }
 
 Ref<Note> ActionsModule::NewNote() const { return makeRef<Note>(context_); }
+
+Ref<Collection> ActionsModule::GetNotes(std::int32_t donorId) const
+{
+    const auto found = makeRef<Collection>();
+    readRows(context_,
+             "SELECT id, grouping, reference, [note], created FROM actions_interactions "
+             "WHERE FKDonorId = " +
+                 std::to_string(donorId) + " ORDER BY created DESC, id DESC",
+             [&](const Cursor& row) {
+                 const auto note = makeRef<Note>(context_);
+                 note->Id = cellOr<std::int32_t>(row, "id", 0);
+                 note->DonorId = donorId;
+                 note->Group = cellOr<std::string>(row, "grouping", "");
+                 note->Reference = cellOr<std::string>(row, "reference", "");
+                 note->Text = cellOr<std::string>(row, "note", "");
+                 note->Created = row.value(row.columnIndex("created").value());
+                 found->append(Value(note));
+             });
+    return found;
+}
+
+Ref<ContextMenu> ActionsModule::GetNoteMenu(const Ref<Note>& note) const
+{
+    const auto payload = makeRef<InteractionPayload>(note);
+    context_->raise("interaction-menu", Value(payload));
+    return payload->contextMenu;
+}
+
+void ActionsModule::RunNoteCommand(const Ref<Note>& note, std::int32_t command) const
+{
+    context_->raise("interaction-command", Value(makeRef<InteractionPayload>(note, command)));
+}
 
 Ref<ActionCriteria> ActionsModule::NewActionCriteria() const { return makeRef<ActionCriteria>(); }
 

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "automation/collection.h"
-#include "host/app/session_context.h"
+#include "host/app/host_event.h"
 
 namespace refhost {
 
@@ -16,9 +16,10 @@ public:
     explicit Note(SharedContext context) : context_(std::move(context)) {}
     std::int32_t Id = 0; ///< 0 until it is saved.
     std::int32_t DonorId = 0;
-    std::string Group;     ///< Which module it concerns, for example "Event".
-    std::string Reference; ///< The key of the record there.
-    std::string Text;      ///< Markup.
+    Value Created = qmevents::Null{}; ///< When it was saved, or Null.
+    std::string Group;                ///< Which module it concerns, for example "Event".
+    std::string Reference;            ///< The key of the record there.
+    std::string Text;                 ///< Markup.
     /// Adds it to the history, once. Error 5 without a donor.
     void Save();
 
@@ -77,6 +78,11 @@ public:
 
     explicit ActionsModule(SharedContext context) : context_(std::move(context)) {}
     Ref<Note> NewNote() const;
+    Ref<qmevents::Collection> GetNotes(std::int32_t donorId) const; ///< The newest first.
+    /// What the modules offer to do with an entry of a donor's history.
+    Ref<ContextMenu> GetNoteMenu(const Ref<Note>& note) const;
+    /// Does what an entry of that menu stands for.
+    void RunNoteCommand(const Ref<Note>& note, std::int32_t command) const;
     Ref<ActionCriteria> NewActionCriteria() const;
     Ref<qmevents::Collection> GetAssignments(const Ref<ActionCriteria>& criteria) const;
     void DeleteAssignment(std::int32_t id) const; ///< Error 5 when there is none with this id.

@@ -1,6 +1,8 @@
 #include "host/modules/donor_module.h"
 
 #include "automation/describe.h"
+#include "host/app/host_event.h"
+#include "host/document/objects/sql_literal.h"
 
 namespace refhost {
 
@@ -62,7 +64,9 @@ const Members& DonorManage::members() const
         describe<DonorManage>("Reads donors.")
             .method("GetDonor", &DonorManage::GetDonor, {arg("Id")}, "The donor, or Nothing.")
             .method("GetSmallDonor", &DonorManage::GetSmallDonor, {arg("Id")},
-                    "The donor's name and type only, or Nothing.");
+                    "The donor's name and type only, or Nothing.")
+            .method("DeleteDonor", &DonorManage::DeleteDonor, {arg("Id")},
+                    "Asks the user and deletes the donor; False when the user declines.");
     return table;
 }
 
@@ -92,6 +96,37 @@ Ref<SmallDonor> DonorManage::GetSmallDonor(std::int32_t id) const
         readSmall(row, *donor);
     });
     return donor;
+}
+
+bool DonorManage::DeleteDonor(std::int32_t id) const
+{
+    const auto donor = GetSmallDonor(id);
+    if (!donor) {
+        throw qmevents::Error::with(qmevents::ErrorNumber::invalidCall,
+                                    "there is no donor with the id " + std::to_string(id));
+    }
+    const auto payload = makeRef<DeletionPayload>();
+    payload->EntityId = id;
+    payload->EntityType = "donors";
+    context_->raise("donor-delete-validate-and-confirm", Value(payload));
+    std::string question = "Are you sure you want to delete " + donor->Display + "?";
+    Value message;
+    for (const auto walk = payload->ConfirmationMessages->NewEnum(); walk->next(message);) {
+        question += "\r\n" + qmevents::toText(message);
+    }
+    constexpr std::int32_t yesNo = 4;
+    constexpr auto yes = static_cast<std::int32_t>(Button::yes);
+    if (context_->shell()->MsgPrompt(question, yesNo, "Delete Donor") != yes) return false;
+
+    Transaction transaction(context_->sql());
+    context_->raise("donor-delete", Value(payload));
+    runStatement(context_,
+                 "UPDATE donor_donors SET deleted = " +
+                     sqlLiteral(context_->sql().dialect(), Value(true), LiteralKind::yesNo) +
+                     " WHERE id = " + std::to_string(id));
+    transaction.commit();
+    context_->frontEnd().refresh();
+    return true;
 }
 
 } // namespace refhost

@@ -36,6 +36,10 @@ public:
     explicit DonorManage(SharedContext context) : context_(std::move(context)) {}
     Ref<Donor> GetDonor(std::int32_t id) const; ///< Nothing when there is no such donor.
     Ref<SmallDonor> GetSmallDonor(std::int32_t id) const;
+    /// Asks the user, with what the modules have to say about it, then deletes the donor with what
+    /// the modules keep about them: all of it or nothing. False when the user declines; error 5
+    /// when there is no such donor.
+    bool DeleteDonor(std::int32_t id) const;
 
 private:
     SharedContext context_;

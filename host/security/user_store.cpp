@@ -74,11 +74,14 @@ std::optional<User> UserStore::signIn(const std::string& name, const std::string
     const auto rows =
         sql_.hostQuery("SELECT id, name, password FROM host_users WHERE name = ?", {name});
     const bool known = !rows.empty() && std::holds_alternative<std::string>(rows.front()[2]);
-    // An unknown name costs a comparison, too, so that time does not tell who has an account.
-    const std::string hash = known ? std::get<std::string>(rows.front()[2]) : hashOf("");
-    const bool right =
-        crypto_pwhash_str_verify(hash.c_str(), password.data(), password.size()) == 0;
-    if (!known || !right) return std::nullopt;
+    if (!known) {
+        hashOf(password); // takes as long, so that time does not tell who has an account
+        return std::nullopt;
+    }
+    const auto& hash = std::get<std::string>(rows.front()[2]);
+    if (crypto_pwhash_str_verify(hash.c_str(), password.data(), password.size()) != 0) {
+        return std::nullopt;
+    }
     return userOf(rows.front());
 }
 

@@ -63,6 +63,37 @@ TEST(DonorModule, GivesADonorOrNothing)
     }
 }
 
+TEST(DonorModule, DeletesADonorWithAllThatModulesKeepOrNothing)
+{
+    for (const Dialect dialect : {Dialect::sqlServer, Dialect::jet}) {
+        HostData host(dialect);
+        const auto manage = getObject(host.module("donor"), "DonorManage");
+        bool fails = true;
+        host.addIn.onEvent = [&](const Ref<Object>& event) {
+            const auto data = getObject(event, "Data");
+            EXPECT_EQ(toInt32(get(data, "EntityId")), 1);
+            if (toText(get(event, "Key")) == "donor-delete-validate-and-confirm") {
+                call(data, "AddConfirmationMessage", "Gone for ever.");
+                return;
+            }
+            host.execute("DELETE FROM donor_gifts WHERE donorId = 1");
+            if (fails) throw qmevents::Error(51, "Handler", "broken");
+        };
+        EXPECT_FALSE(toBool(call(manage, "DeleteDonor", 1)));
+        EXPECT_EQ(host.frontEnd.seen.back(),
+                  "ask Are you sure you want to delete Ann Abbot?\r\nGone for ever.");
+        host.frontEnd.answers = {Button::yes, Button::yes};
+        EXPECT_EQ(failureOf([&] { call(manage, "DeleteDonor", 1); }), "51 broken");
+        EXPECT_EQ(toInt32(host.cell("SELECT COUNT(*) FROM donor_gifts")), 4);
+        fails = false;
+        EXPECT_TRUE(toBool(call(manage, "DeleteDonor", 1)));
+        EXPECT_EQ(toInt32(host.cell("SELECT COUNT(*) FROM donor_gifts")), 0);
+        EXPECT_TRUE(call(manage, "GetDonor", 1).isNothing());
+        EXPECT_NE(failureOf([&] { call(manage, "DeleteDonor", 1); }), "");
+        host.addIn.onEvent = nullptr;
+    }
+}
+
 TEST(DonationModule, FindsPaymentsByConditionAndDeletesGifts)
 {
     for (const Dialect dialect : {Dialect::sqlServer, Dialect::jet}) {
@@ -134,7 +165,7 @@ TEST(ActionsModule, RemovesTheAssignmentsOfARecordAlone)
 
 TEST(ActionsModule, KeepsNotesAndTheUsersOwnReminders)
 {
-    const HostFixture ann;
+    HostFixture ann;
     const HostFixture ben(Dialect::jet, ann.database, "Ben");
     const auto note = toObject(call(ann.module("Actions"), "NewNote"));
     EXPECT_NE(failureOf([&] { call(note, "Save"); }), ""); // no donor yet
@@ -147,6 +178,25 @@ TEST(ActionsModule, KeepsNotesAndTheUsersOwnReminders)
                               "reference = '12'")),
               "Added <b>O'Neil</b>");
     EXPECT_NE(failureOf([&] { call(note, "Save"); }), ""); // never twice
+
+    const auto notes = toObject(call(ann.module("Actions"), "GetNotes", 4));
+    EXPECT_EQ(column(notes, "Reference"), "12;");
+    std::string commands;
+    ann.addIn.onEvent = [&](const Ref<Object>& event) {
+        const auto data = getObject(event, "Data");
+        const std::string group = toText(get(getObject(data, "Interaction"), "group"));
+        if (toText(get(event, "Key")) == "interaction-menu") {
+            call(getObject(data, "ContextMenu"), "AppendItem", 8192, "View " + group, 10001);
+        } else {
+            commands += toText(get(data, "Command"));
+        }
+    };
+    const auto entry = getObject(notes, "Item", 1);
+    const auto menu = toObject(call(ann.module("Actions"), "GetNoteMenu", entry));
+    EXPECT_EQ(column(getObject(menu, "Items"), "Text"), "View Event;");
+    call(ann.module("Actions"), "RunNoteCommand", entry, 10001);
+    EXPECT_EQ(commands, "10001");
+    ann.addIn.onEvent = nullptr;
 
     const auto reminder = toObject(call(ann.module("Actions"), "GetNewReminder"));
     put(reminder, "Subject", "Book the hall");

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <thread>
+
 #include "host/app/host_event.h"
 #include "tests/host/session/fixture.h"
 
@@ -80,6 +82,20 @@ TEST(Session, RefusesToBeginWithoutWhatItNeeds)
                   Session({.database = Database::inMemory(), .frontEnd = &frontEnd, .parts = none});
               }),
               "");
+}
+
+TEST(Session, ServesOneUserAtATimeOnAThreadWithTheLinkedAddIn)
+{
+    ScriptedFrontEnd frontEnd;
+    const auto database = Database::inMemory();
+    const auto begin = [&] { Session({.database = database, .frontEnd = &frontEnd}); };
+    {
+        const Session first({.database = database, .frontEnd = &frontEnd});
+        EXPECT_EQ(failureOf(begin), "5 Invalid procedure call or argument (this thread serves "
+                                    "another session)");
+        std::thread(begin).join();
+    }
+    begin();
 }
 
 TEST(Session, EndsTheObjectsThatItGaveOut)
