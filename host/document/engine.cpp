@@ -81,6 +81,7 @@ std::string describe(int extendedCode, const std::string& message)
         if (numberOf(extendedCode) == SqlErrorNumber::busy) {
             return "The database is locked by another session that is writing";
         }
+        if (message == "parser stack overflow") return "The statement is nested too deeply";
         return message;
     }
 }

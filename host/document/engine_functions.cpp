@@ -252,6 +252,25 @@ void call(sqlite3_context* result, int count, sqlite3_value** values)
     }
 }
 
+// The value of a query that may give one row at most.
+void addToSingle(sqlite3_context* result, int, sqlite3_value** values)
+{
+    auto** only = static_cast<sqlite3_value**>(
+        sqlite3_aggregate_context(result, static_cast<int>(sizeof(sqlite3_value*))));
+    if (!only) return sqlite3_result_error_nomem(result);
+    if (*only)
+        return sqlite3_result_error(result, "A query used as a value gives several rows", -1);
+    *only = sqlite3_value_dup(values[0]);
+}
+
+void finishSingle(sqlite3_context* result)
+{
+    auto** only = static_cast<sqlite3_value**>(sqlite3_aggregate_context(result, 0));
+    if (!only || !*only) return sqlite3_result_null(result);
+    sqlite3_result_value(result, *only);
+    sqlite3_value_free(*only);
+}
+
 } // namespace
 
 void registerFunctions(sqlite3* connection, EngineContext& context)
@@ -262,6 +281,8 @@ void registerFunctions(sqlite3* connection, EngineContext& context)
                                    SQLITE_UTF8 | SQLITE_INNOCUOUS, bound, call, nullptr, nullptr,
                                    [](void* data) { delete static_cast<Bound*>(data); });
     }
+    sqlite3_create_function_v2(connection, "host_single", 1, SQLITE_UTF8 | SQLITE_INNOCUOUS,
+                               nullptr, nullptr, addToSingle, finishSingle, nullptr);
 }
 
 } // namespace refhost

@@ -262,7 +262,12 @@ Piece Translator::inQuery(const Expr& expr, Scope& scope)
 Piece Translator::subquery(const Expr& expr, Scope& scope)
 {
     const QueryText text = singleColumn(expr, scope);
-    return {.sql = "(" + text.sql + ")", .type = text.outputs[0].type};
+    const Select& first = expr.query->selects[0];
+    const bool oneRow =
+        expr.query->selects.size() == 1 && isGrouped(first) && first.groupBy.empty();
+    const std::string rows =
+        oneRow ? text.sql : "SELECT host_single(" + numberedColumn(0) + ") FROM (" + text.sql + ")";
+    return {.sql = "(" + rows + ")", .type = text.outputs[0].type};
 }
 
 Piece Translator::caseWhen(const Expr& expr, Scope& scope)
@@ -288,11 +293,13 @@ Piece Translator::caseWhen(const Expr& expr, Scope& scope)
     if (expr.withElse) values.push_back(value(*expr.arguments.back(), scope));
     for (const Piece& piece : values) type = unify(type, piece.type, expr.at);
     std::string sql = "CASE";
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        sql += i < conditions.size() ? " WHEN " + conditions[i] + " THEN " : " ELSE ";
-        sql += converted(values[i], type, Purpose::compare).sql;
+    for (std::size_t i = 0; i < conditions.size(); ++i) {
+        sql +=
+            " WHEN " + conditions[i] + " THEN " + converted(values[i], type, Purpose::compare).sql;
     }
-    return {.sql = sql + " END", .type = type};
+    std::string otherwise = "NULL";
+    if (expr.withElse) otherwise = converted(values.back(), type, Purpose::compare).sql;
+    return {.sql = sql + elseText(otherwise), .type = type};
 }
 
 Piece Translator::cast(const Expr& expr, Scope& scope)

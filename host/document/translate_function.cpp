@@ -76,8 +76,8 @@ Piece Translator::specialCall(const Expr& expr, const Function& function, Scope&
         const Piece no = value(*expr.arguments[2], scope);
         const SqlType type = unify(yes.type, no.type, expr.at);
         return makeValue("CASE WHEN " + when + " THEN " +
-                             converted(yes, type, Purpose::compare).sql + " ELSE " +
-                             converted(no, type, Purpose::compare).sql + " END",
+                             converted(yes, type, Purpose::compare).sql +
+                             elseText(converted(no, type, Purpose::compare).sql),
                          type);
     }
     if (expr.name == "NULLIF") {

@@ -171,7 +171,7 @@ std::string Translator::itemList(const std::vector<Output>& outputs, Use use, bo
         const bool asStored = use == Use::result && !collates && !output.stored.empty();
         const std::string& sql = asStored ? output.stored : output.sql;
         items += collates ? collated(sql, output.type) : sql;
-        if (numbered || use == Use::rows) {
+        if (numbered || use == Use::rows || use == Use::value) {
             items += " AS " + numberedColumn(i);
         } else if (isNamed(use)) {
             items += " AS " + quotedName(output.name);

@@ -47,6 +47,15 @@ inline std::string numberedColumn(std::size_t index)
     return "\"c" + std::to_string(index) + "\"";
 }
 
+/// The end of a CASE expression. One that is the last alternative of another continues it, because
+/// the engine limits how deep expressions nest.
+inline std::string elseText(const std::string& otherwise)
+{
+    constexpr std::string_view nested = "CASE WHEN ";
+    if (otherwise.starts_with(nested)) return otherwise.substr(nested.find(' '));
+    return " ELSE " + otherwise + " END";
+}
+
 /// A table of a FROM clause.
 struct Source {
     std::string alias{};

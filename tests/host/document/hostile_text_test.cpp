@@ -131,6 +131,9 @@ TEST(HostileText, OfAllowedSizeIsTaken)
                                  ", 3) AS x "
                                  "FROM donors WHERE Id = 1"),
               "xyy");
+    EXPECT_EQ(rows(data.jet, "SELECT " + repeated("IIf(Id = 9, 9, ", 60) + "Id" +
+                                 repeated(")", 60) + " AS x FROM donors"),
+              "1; 2; 3");
     EXPECT_EQ(rows(data.sqlServer, "SELECT 1" + repeated(" + 1", 300) + " AS x"), "301");
     EXPECT_NE(refusal(data.jet, "SELECT Id FROM donors" + repeated(" ", 64000)).find("64,000"),
               std::string::npos);

@@ -75,6 +75,9 @@ TEST(Query, GivesTheSameRowsInBothDialects)
         {"SELECT Name FROM donors d WHERE NOT EXISTS (SELECT * FROM gifts g "
          "WHERE g.DonorId = d.Id)",
          "Cyd"},
+        {"SELECT Name, (SELECT g.Amount FROM gifts g WHERE g.DonorId = d.Id AND g.Id > 1) AS n "
+         "FROM donors d ORDER BY d.Id",
+         "Ann|20.25; bob|5; Cyd|Null"},
         {"SELECT Name, (SELECT COUNT(*) FROM gifts g WHERE g.DonorId = d.Id) AS n FROM donors d "
          "ORDER BY d.Id",
          "Ann|2; bob|1; Cyd|0"},
@@ -156,6 +159,9 @@ TEST(Query, SpeaksSqlServer)
     GiftDatabase data;
     check(data.sqlServer, cases);
     EXPECT_NE(refusal(data.sqlServer, "SELECT 1 / 0 AS x").find("Division by zero"),
+              std::string::npos);
+    EXPECT_NE(refusal(data.sqlServer, "SELECT Id FROM donors WHERE Id = (SELECT Id FROM gifts)")
+                  .find("several rows"),
               std::string::npos);
 }
 
