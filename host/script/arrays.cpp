@@ -12,6 +12,15 @@ using qmevents::Array;
 using qmevents::ErrorNumber;
 
 constexpr std::size_t mostDimensions = 60;
+constexpr int deepestNesting = 64;
+
+bool nestsDeeperThan(const qmevents::Value& value, int levels)
+{
+    if (!value.is(qmevents::ValueKind::array)) return false;
+    return levels == 0 || std::ranges::any_of(value.array()->items, [&](const auto& item) {
+               return nestsDeeperThan(item, levels - 1);
+           });
+}
 
 } // namespace
 
@@ -76,6 +85,13 @@ qmevents::Value& writableElement(qmevents::Value& variable, std::span<const std:
     auto& array = std::get<std::shared_ptr<Array>>(variable.storage());
     if (array.use_count() > 1) array = std::make_shared<Array>(*array);
     return array->items[position];
+}
+
+void checkNesting(const qmevents::Value& element)
+{
+    if (nestsDeeperThan(element, deepestNesting)) {
+        throw scriptError(ErrorNumber::outOfMemory, "arrays are nested too deeply");
+    }
 }
 
 } // namespace refhost::script

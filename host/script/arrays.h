@@ -22,5 +22,8 @@ std::size_t positionOf(const qmevents::Array& array, std::span<const std::int32_
 /// The element of the array that `variable` holds, to be written: other holders of the array keep
 /// the old one.
 qmevents::Value& writableElement(qmevents::Value& variable, std::span<const std::int32_t> indices);
+/// Error 7 when `element` is an array that holds arrays that hold arrays and so on, too deep to be
+/// taken apart again.
+void checkNesting(const qmevents::Value& element);
 
 } // namespace refhost::script

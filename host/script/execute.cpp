@@ -130,6 +130,7 @@ void Interpreter::assignIndexed(const Indexed& target, Value value, bool byRefer
         place = &writableElement(*place, indices);
     }
     if (path.empty()) {
+        checkNesting(value);
         std::swap(*place, value);
         return;
     }

@@ -292,6 +292,7 @@ void Interpreter::writeBack(const Origin& origin, Value value)
     }
     // The array may have been replaced meanwhile by what was called.
     if (!held.is(ValueKind::array)) return;
+    checkNesting(value);
     std::swap(writableElement(held, origin.indices), value);
 }
 

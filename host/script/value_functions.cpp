@@ -1,3 +1,4 @@
+#include "host/script/arrays.h"
 #include "host/script/library.h"
 #include "host/script/operators.h"
 #include "host/script/script_error.h"
@@ -63,7 +64,10 @@ Value upperBound(const Arguments& arguments)
 Value list(const Arguments& arguments)
 {
     std::vector<Value> items;
-    for (std::size_t i = 0; i < arguments.size(); ++i) items.push_back(arguments[i]);
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        checkNesting(arguments[i]);
+        items.push_back(arguments[i]);
+    }
     return qmevents::Array::list(std::move(items));
 }
 
