@@ -106,6 +106,8 @@ bool DialogEngine::waitsFor(int window) const
     return level && level->waits;
 }
 
+const DialogValues& DialogEngine::valuesOf(int window) const { return requireOpen(window).values; }
+
 // --- Showing
 
 void DialogEngine::show(const std::string& module, const std::string& page,

@@ -39,6 +39,8 @@ public:
     bool isOpen(int window) const;
     /// Whether the call that shows `window` returns only when it has closed.
     bool waitsFor(int window) const;
+    /// The values that `window`'s page was handed and has set. Error 5 when it is not open.
+    const DialogValues& valuesOf(int window) const;
     /// Runs `call` for the page in `window` (none: the page of the main view), so that
     /// `App.Shell.Dialog` means that window's dialog. A Close called meanwhile takes effect at the
     /// end. Error 5 when the window is not open.
