@@ -2,6 +2,7 @@
 #include "core/reporting.h"
 #include "store/event_table.h"
 #include "store/events_manage.h"
+#include "store/record_loader.h"
 #include "store/statement.h"
 
 namespace qmevents {
@@ -62,20 +63,7 @@ std::string searchText(const cEventsCriteria& criteria)
 
 Ref<cEvents> readEvents(const cEventsCriteria& criteria)
 {
-    auto events = makeRef<cEvents>();
-    const std::string sql = searchText(criteria);
-    RecordReader rows(sql);
-    if (rows.atEnd()) return events;
-    const auto id = rows.column("Id");
-    const Table<cEvent>::Loader loader(eventTable(), rows);
-    for (; !rows.atEnd(); rows.next()) {
-        auto event = makeRef<cEvent>();
-        StoreAccess::setId(*event, toInt32(id.value()));
-        loader.load(*event);
-        StoreAccess::markStored(*event);
-        events->add(event);
-    }
-    return events;
+    return readAll<cEvents>(searchText(criteria), eventTable());
 }
 
 } // namespace
