@@ -1,0 +1,157 @@
+#include "host/demo/demo.h"
+
+#include "automation/clock.h"
+#include "automation/error.h"
+#include "host/app/session.h"
+#include "host/demo/database_file.h"
+#include "host/demo/event_maker.h"
+#include "host/demo/giving.h"
+#include "host/document/host_schema.h"
+#include "host/security/user_store.h"
+
+namespace refhost {
+namespace {
+
+using namespace demo;
+using qmevents::Clock;
+using qmevents::Date;
+using qmevents::Error;
+
+namespace fs = std::filesystem;
+
+constexpr long long noon = 12 * 3600;
+
+enum Topic : std::uint64_t { donorTopic = 1, eventTopic, childTopic, giftTopic };
+
+Error failure(const std::string& description) { return Error(0, "Demo", description); }
+
+/// Nobody looks on: what the shell shows is a failure, what it asks is declined.
+class NobodyThere : public FrontEnd {
+public:
+    void throwWhatWasShown() const
+    {
+        if (!shown_.empty()) throw failure(shown_);
+    }
+
+    void showMessage(const Message& message) override
+    {
+        if (shown_.empty()) shown_ = message.text;
+    }
+    Button ask(const Prompt&) override { return Button::no; }
+    void navigate(const std::string&, bool) override {}
+    void runDialog(const DialogWindow&, DialogEngine&) override {}
+    void loadDialogPage(const DialogWindow&) override {}
+    void refresh() override {}
+    void setPageModified() override {}
+
+private:
+    std::string shown_;
+};
+
+/// All rows or none, and the engine's work at the end of a statement only once.
+class Transaction {
+public:
+    explicit Transaction(SqlSession& sql) : sql_(sql) { sql_.begin(); }
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+    ~Transaction()
+    {
+        if (!done_) sql_.rollback();
+    }
+    void commit()
+    {
+        sql_.commit();
+        done_ = true;
+    }
+
+private:
+    SqlSession& sql_;
+    bool done_ = false;
+};
+
+/// What the add-in told nobody says more than that a call of it failed.
+std::vector<MadeEvent> makeWith(EventMaker& maker, const NobodyThere& nobody)
+{
+    try {
+        std::vector<MadeEvent> events = maker.make();
+        nobody.throwWhatWasShown();
+        return events;
+    } catch (const Error&) {
+        nobody.throwWhatWasShown();
+        throw;
+    }
+}
+
+std::vector<MadeEvent> makeEvents(Session& session, const NobodyThere& nobody, const Urn& urn,
+                                  const Codes& codes, const Random& random)
+{
+    const Date today = demoDay();
+    EventMaker maker(session.app(), codes, urn, random.branch(eventTopic), today);
+    std::vector<MadeEvent> events = makeWith(maker, nobody);
+    Clock::pin(today.plusSeconds(noon));
+    RowWriter rows(session.sql());
+    const std::int32_t anna = UserStore(session.sql()).find("anna").value().id;
+    ChildMaker children(rows, urn, maker.groups(), codes.assignees, anna, random.branch(childTopic),
+                        today);
+    Transaction transaction(session.sql());
+    for (MadeEvent& event : events) children.fill(event);
+    transaction.commit();
+    return events;
+}
+
+DemoCounts fill(const std::shared_ptr<Database>& database, const DemoOptions& options)
+{
+    const Random random(options.seed);
+    const Date today = demoDay();
+    createHostTables(database);
+    std::vector<Donor> donors;
+    Codes codes;
+    {
+        SqlSession sql(database, options.dialect);
+        RowWriter rows(sql);
+        Transaction transaction(sql);
+        makeUsers(sql);
+        codes = makeCodes(rows);
+        donors = makeDonors(rows, random.branch(donorTopic), options.donors, today);
+        transaction.commit();
+    }
+    const Urn urn(donors);
+    NobodyThere nobody;
+    Session session({.database = database,
+                     .dialect = options.dialect,
+                     .userName = "anna",
+                     .frontEnd = &nobody,
+                     .addInPath = options.addInPath});
+    nobody.throwWhatWasShown();
+    const std::vector<MadeEvent> events = makeEvents(session, nobody, urn, codes, random);
+    DemoCounts counts{.donors = static_cast<int>(donors.size()),
+                      .events = static_cast<int>(events.size())};
+    for (const MadeEvent& event : events) {
+        counts.reservations += static_cast<int>(event.reservations.size());
+    }
+    RowWriter rows(session.sql());
+    Transaction transaction(session.sql());
+    counts.gifts =
+        makeGifts(rows, urn, codes, events, random.branch(giftTopic), options.gifts, today);
+    transaction.commit();
+    return counts;
+}
+
+} // namespace
+
+Date demoDay() { return Date::of(2026, 11, 21); }
+
+DemoCounts makeDemo(const DemoOptions& options)
+{
+    if (!options.replaces && fs::exists(options.database)) {
+        throw failure(options.database.string() + " is there already; --force replaces it");
+    }
+    const qmevents::PinnedClock clock(demoDay().plusSeconds(noon));
+    const auto database = Database::inMemory();
+    const DemoCounts counts = fill(database, options);
+    SqlSession sql(database, options.dialect);
+    saveDatabase(sql, options.database);
+    return counts;
+}
+
+} // namespace refhost

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "automation/currency.h"
+#include "host/demo/event_series.h"
+#include "host/demo/urn.h"
+
+namespace refhost::demo {
+
+struct MadeReservation {
+    std::int32_t id = 0;
+    std::size_t donor = 0; ///< Position among the donors.
+    qmevents::Date date;
+    qmevents::Currency dueByGift = {}; ///< What a gift to the reservation is to pay.
+};
+
+struct MadeEvent {
+    std::int32_t id = 0;
+    const EventSeries* series = nullptr;
+    qmevents::Date start;
+    bool cancelled = false;
+    std::vector<std::size_t> guests = {}; ///< Donors who came or will come.
+    std::vector<MadeReservation> reservations = {};
+};
+
+/// Writes what belongs to an event: activities, participants with their groups, reservations with
+/// their lines, expenses and tasks; as far as they would be known today.
+class ChildMaker {
+public:
+    ChildMaker(RowWriter& rows, const Urn& urn, const std::map<std::string, std::int32_t>& groups,
+               const std::vector<std::int32_t>& assignees, std::int32_t user, Random random,
+               qmevents::Date today);
+
+    /// Fills in the guests and reservations of `event`, too.
+    void fill(MadeEvent& event);
+
+private:
+    struct Activity {
+        const ActivityPlan* plan = nullptr;
+        std::int32_t id = 0;
+        int left = 0;
+    };
+
+    void makeActivities(const MadeEvent& event);
+    void makeParticipants(MadeEvent& event);
+    int drawStatus(bool past, bool invitationsSent);
+    void joinGroups(const MadeEvent& event, std::int32_t donorId);
+    void makeReservation(MadeEvent& event, std::size_t guest);
+    Activity* chooseActivity(const Donor& donor);
+    qmevents::Currency makeLine(std::int32_t reservation, Activity& activity, qmevents::Date date);
+    qmevents::Currency paidAtOnce(qmevents::Currency total, bool past, bool& byGift);
+    void makeExpenses(const MadeEvent& event);
+    void makeTasks(const MadeEvent& event);
+
+    Cell by() const { return key("CreateUser", user_); }
+
+    RowWriter& rows_;
+    const Urn& urn_;
+    const std::map<std::string, std::int32_t>& groups_;
+    const std::vector<std::int32_t>& assignees_;
+    std::int32_t user_;
+    Random random_;
+    qmevents::Date today_;
+    std::vector<Activity> activities_; // of the event that is being filled
+};
+
+} // namespace refhost::demo
