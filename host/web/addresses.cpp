@@ -37,7 +37,7 @@ std::string browserPath(std::string_view address)
 {
     if (hasScheme(address)) address.remove_prefix(scheme.size());
     address.remove_prefix(std::min(address.find_first_not_of("/\\"), address.size()));
-    return "/" + escaped(address);
+    return std::string(1, '/').append(escaped(address));
 }
 
 std::string hostAddress(std::string_view path)

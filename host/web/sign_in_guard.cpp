@@ -14,8 +14,8 @@ constexpr auto longestBlock = std::chrono::seconds(60);
 constexpr auto memory = std::chrono::minutes(15);
 constexpr std::size_t mostRecords = 10'000;
 
-std::string nameKey(const std::string& user) { return "u" + qmevents::text::lower(user); }
-std::string addressKey(const std::string& address) { return "a" + address; }
+std::string nameKey(const std::string& user) { return "user:" + qmevents::text::lower(user); }
+std::string addressKey(const std::string& address) { return "address:" + address; }
 
 } // namespace
 
