@@ -27,7 +27,10 @@ export async function startDialogPage(start) {
 async function setUp() {
     document.addEventListener("keydown", (event) => {
         if (event.key !== "Escape" || event.defaultPrevented) return;
-        if (!document.querySelector("dialog:modal")) cancel();
+        if (document.querySelector("dialog:modal")) return;
+        // Otherwise the same key would at once close the box that asks whether to discard.
+        event.preventDefault();
+        cancel();
     });
     for (const button of document.querySelectorAll("[data-cancel]")) {
         button.addEventListener("click", cancel);

@@ -1,8 +1,10 @@
 import assert from "node:assert/strict";
 import { browserTest } from "./harness.mjs";
-import { dateAndTime, dialogPage, expectRows, faultAt, makeEvent, openEdit, signIn } from "./steps.mjs";
+import {
+    dateAndTime, dialogPage, expectRows, faultAt, makeEvent, openEdit, signIn,
+} from "./steps.mjs";
 
-browserTest("An event is added in a dialog that stays open while it is refused", async ({ page }) => {
+browserTest("A dialog adds an event and stays open while it is refused", async ({ page }) => {
     await signIn(page, "anna");
     await page.goto("/events/events-view?q=zz");
     await page.getByText("Nothing matches").waitFor();
@@ -27,7 +29,8 @@ browserTest("An event is added in a dialog that stays open while it is refused",
     await page.keyboard.press("Control+Enter");
     await page.locator("dialog.window").waitFor({ state: "detached" });
     await expectRows(page, ["Zz new"]);
-    assert.match(await page.locator("tbody tr").textContent(), /Fri, Feb 28, 2031 6:30 PM.*1,200/);
+    const row = await page.locator("tbody tr").innerText();
+    assert.match(row, /Fri, Feb 28, 2031\s+6:30 PM[^]*1,200/);
 
     await page.getByRole("button", { name: "Add event" }).click();
     await name.fill("Zz dropped");
@@ -40,11 +43,12 @@ browserTest("An event is added in a dialog that stays open while it is refused",
     await expectRows(page, ["Zz new"]);
 });
 
-browserTest("All fields are stored exactly, and refusals stand at their fields", async ({ page }) => {
+browserTest("All fields are stored exactly; refusals stand at theirs", async ({ page }) => {
     await signIn(page, "anna");
     await page.goto("/events/event-fulledit?action=new");
     const save = page.getByRole("button", { name: "Save event" });
-    const [start, end, reply] = ["Start", "End", "Reply by"].map((label) => dateAndTime(page, label));
+    const [start, end, reply] =
+        ["Start", "End", "Reply by"].map((label) => dateAndTime(page, label));
     await page.getByLabel("Event name").fill("Zz full");
     await page.getByLabel("Description").fill("First line\nSecond <b>line</b>");
     await page.getByLabel("Category").selectOption({ index: 1 });
@@ -79,15 +83,17 @@ browserTest("All fields are stored exactly, and refusals stand at their fields",
 
     await page.getByRole("heading", { name: "Zz full" }).waitFor();
     await page.getByText("Event saved.").waitFor();
+    await page.getByText("Created by anna").waitFor();
     const text = await page.locator("main").innerText();
     for (const part of ["Fri, Mar 7, 2031, no time set", "Fri, Mar 7, 2031, 10:00 PM",
-        "Sat, Mar 1, 2031, 12:00 PM", "First line\nSecond <b>line</b>", "$1,234,567.89", "Created by anna"]) {
+        "Sat, Mar 1, 2031, 12:00 PM", "First line\nSecond <b>line</b>", "$1,234,567.89"]) {
         assert.ok(text.includes(part), `${part} in ${text}`);
     }
     await page.getByRole("button", { name: "Edit" }).click();
     await page.getByLabel("Event name").waitFor();
     assert.equal(await page.getByLabel("Revenue goal").inputValue(), "$1,234,567.89");
-    assert.deepEqual([await start.date.inputValue(), await start.time.inputValue()], ["3/7/2031", ""]);
+    assert.equal(await start.date.inputValue(), "3/7/2031");
+    assert.equal(await start.time.inputValue(), "");
 });
 
 browserTest("What was typed is not lost by leaving", async ({ page }) => {

@@ -2,7 +2,7 @@ import assert from "node:assert/strict";
 import { browserTest } from "./harness.mjs";
 import { signIn, users } from "./steps.mjs";
 
-browserTest("A wrong password is told; the right one leads to the page asked for", async ({ page, axe }) => {
+browserTest("Signing in leads to the page asked for", async ({ page, axe }) => {
     await page.goto("/host/signin?next=%2Fevents%2Fevents-view%3Fshow%3Dall");
     await page.getByLabel("User name").fill("anna");
     await page.getByLabel("Password").fill("wrong");

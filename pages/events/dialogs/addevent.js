@@ -28,6 +28,7 @@ startDialogPage(async ({ format, heading, description, close }) => {
         format,
     });
     editor.show(await read(App.Shell.Dialog("EventInfo"), names));
+    byId("event").hidden = false;
     form.fields.get("Name").focus();
     const unguard = guardUnsaved(form.isChanged);
 
