@@ -4,12 +4,8 @@
 #include <iterator>
 
 #include "host/cli/commands.h"
-#ifdef QUILLMERE_SERVES
-#include "host/web/serve.h"
-#endif
-#ifdef QUILLMERE_MAKES_DEMOS
 #include "host/demo/demo.h"
-#endif
+#include "host/web/serve.h"
 
 namespace {
 
@@ -24,12 +20,8 @@ struct Subcommand {
 };
 
 constexpr Subcommand subcommands[] = {
-#ifdef QUILLMERE_SERVES
     {"serve", "answers browsers", refhost::serveCommand},
-#endif
-#ifdef QUILLMERE_MAKES_DEMOS
     {"demo", "makes a demonstration database", refhost::demoCommand},
-#endif
     {"run", "runs a script against a signed-in session",
      [](Arguments arguments) { return refhost::runCommand(arguments, standardStreams()); }},
     {"sql", "runs statements of a dialect",

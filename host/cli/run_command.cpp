@@ -95,23 +95,29 @@ private:
     {
         std::optional<HeadlessFrontEnd> frontEnd;
         std::string script;
+        SessionOptions sessionOptions;
         try {
             script = readText(scriptName_, streams_);
             frontEnd.emplace(lines_, answers());
+            sessionOptions = optionsFor(*frontEnd);
         } catch (const qmevents::Error& error) {
             streams_.err << "quillmere run: " << error.description() << '\n';
             return failed;
         }
         try {
-            Session session(sessionOptions(*frontEnd));
+            Session session(std::move(sessionOptions));
             signedIn_ = true;
             frontEnd->runScript = [&](const std::string& text) { runPart(session, text); };
             runWhole(session, script);
             signedIn_ = false;
         } catch (const qmevents::Error& error) {
-            signedIn_ = false;
-            if (failure_.number == 0)
-                failure_ = {error.number(), error.source(), error.description(), 0, {}};
+            const std::string& file = options_.databaseFile;
+            failure_ = {error.number(),
+                        error.source(),
+                        "cannot sign in" + (file.empty() ? file : " to " + file) + ": " +
+                            error.description(),
+                        0,
+                        {}};
         }
         if (!frontEnd->misfit().empty()) failure_.description = frontEnd->misfit();
         if (!frontEnd->misfit().empty() && failure_.number == 0) failure_.number = 5;
@@ -134,7 +140,7 @@ private:
         }
     }
 
-    SessionOptions sessionOptions(HeadlessFrontEnd& frontEnd)
+    SessionOptions optionsFor(HeadlessFrontEnd& frontEnd)
     {
         SessionOptions session;
         session.database = openDatabase(options_.databaseFile);
@@ -220,7 +226,9 @@ private:
                       {"number", failure_.number},
                       {"source", failure_.source}});
         streams_.out.flush();
-        streams_.err << scriptName_ << ':' << failure_.line << ": " << failure_.description << '\n';
+        const std::string place =
+            failure_.line > 0 ? scriptName_ + ":" + std::to_string(failure_.line) : "quillmere run";
+        streams_.err << place << ": " << failure_.description << '\n';
         return failed;
     }
 

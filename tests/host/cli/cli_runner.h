@@ -1,0 +1,69 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "host/cli/commands.h"
+
+namespace refhost {
+
+/// Runs subcommands in a folder of the test's own, which is gone afterwards.
+class CommandLineTest : public testing::Test {
+protected:
+    struct Outcome {
+        int code = 0;
+        std::string out;
+        std::string err;
+    };
+
+    CommandLineTest()
+    {
+        std::string pattern =
+            (std::filesystem::temp_directory_path() / "quillmere-XXXXXX").string();
+        if (!mkdtemp(pattern.data())) throw std::runtime_error("no temporary folder");
+        std::filesystem::current_path(pattern);
+        folder_ = pattern;
+    }
+    ~CommandLineTest() override
+    {
+        std::filesystem::current_path("/");
+        std::filesystem::remove_all(folder_);
+    }
+
+    static void write(const std::string& name, const std::string& text)
+    {
+        std::ofstream(name, std::ios::binary) << text;
+    }
+
+    static Outcome perform(const std::vector<std::string>& words, const std::string& input = {})
+    {
+        std::istringstream in(input);
+        std::ostringstream out;
+        std::ostringstream err;
+        const auto arguments = std::span(words).subspan(1);
+        const auto command = words[0] == "run" ? runCommand : sqlCommand;
+        const int code = command(arguments, {in, out, err});
+        return {code, out.str(), err.str()};
+    }
+
+    /// Runs `script`, statements left out, and gives the output.
+    static std::string outputOf(const std::string& script, const std::string& answers = {})
+    {
+        std::vector<std::string> words{"run", "--quiet-sql", "-"};
+        if (!answers.empty()) {
+            write("answers.json", answers);
+            words.insert(words.end(), {"--answers", "answers.json"});
+        }
+        return perform(words, script).out;
+    }
+
+private:
+    std::filesystem::path folder_;
+};
+
+} // namespace refhost
