@@ -1,8 +1,8 @@
 // The details page's model in the add-in: filled from plain descriptions, read back as it stands.
 // Between the two the add-in leaves out what the user may not see.
 
-import { all, list, release, write } from "../lib/app.js";
-import { detailsPage } from "./addin.js";
+import { all, ask, list, release } from "../lib/app.js";
+import { detailsPage as page } from "./addin.js";
 
 /**
  * Fills the model for the held `event` with `tabs`:
@@ -11,59 +11,60 @@ import { detailsPage } from "./addin.js";
 export async function fillModel(event, tabs) {
     const sections = tabs.flatMap((tab) => tab.sections);
     const rows = sections.flatMap((section) => section.rows);
-    const page = detailsPage;
     const [, ...made] = await all([
-        page().Init(event),
-        ...tabs.map(() => page().GetNewTab()),
-        ...sections.map(() => page().GetNewSection()),
-        ...rows.map(() => page().GetNewSectionRow()),
+        ask.call(page().Init(event)),
+        ...tabs.map(() => ask.call(page().GetNewTab())),
+        ...sections.map(() => ask.call(page().GetNewSection())),
+        ...rows.map(() => ask.call(page().GetNewSectionRow())),
     ]);
-    const objects = new Map(
-        [...tabs, ...sections, ...rows].map((item, index) => [item, made[index]]),
-    );
+    const items = [...tabs, ...sections, ...rows];
+    const objects = new Map(items.map((item, index) => [item, made[index]]));
     const object = (item) => objects.get(item);
 
-    await Promise.all([
-        ...tabs.map((tab) =>
-            write(object(tab), { Key: tab.key, Title: tab.title, Operation: tab.operation }),
-        ),
-        ...sections.map((section) =>
-            write(object(section), { Key: section.key, Title: section.title }),
-        ),
+    await all([
         ...rows.map((row) =>
-            write(object(row), {
+            ask.write(object(row), {
                 Id: row.id,
                 Name: row.name,
                 Value: row.value,
                 HalfWidth: Boolean(row.halfWidth),
             }),
         ),
-    ]);
-    await all([
-        ...sections.flatMap((section) =>
-            section.rows.map((row) => object(section).Rows.Add(object(row), row.id)),
-        ),
-        ...tabs.flatMap((tab) =>
-            tab.sections.map((section) => object(tab).Sections.Add(object(section), section.key)),
-        ),
-        ...tabs.map((tab) => page().Tabs.Add(object(tab), tab.key)),
+        ...sections.flatMap((section) => [
+            ask.write(object(section), { Key: section.key, Title: section.title }),
+            ...section.rows.map((row) => ask.call(object(section).Rows.Add(object(row), row.id))),
+        ]),
+        ...tabs.flatMap((tab) => [
+            ask.write(object(tab), { Key: tab.key, Title: tab.title, Operation: tab.operation }),
+            ...tab.sections.map((section) =>
+                ask.call(object(tab).Sections.Add(object(section), section.key)),
+            ),
+            ask.call(page().Tabs.Add(object(tab), tab.key)),
+        ]),
     ]);
     release(...made);
 }
 
-/** The model as plain tabs of sections of rows. */
+/** The model as plain tabs of sections of rows: one request for each of these. */
 export async function readModel() {
-    const { rows: tabs } = await list(detailsPage().Tabs, ["Key", "Title"]);
-    return Promise.all(
-        tabs.map(async ({ Key, Title }) => {
-            const tab = () => detailsPage().Tabs.Item(Key);
-            const { rows: sections } = await list(tab().Sections, ["Key", "Title", "Link"]);
-            const filled = sections.map(async (section) => {
-                const columns = ["Id", "Name", "Value", "HalfWidth"];
-                const { rows } = await list(tab().Sections.Item(section.Key).Rows, columns);
-                return { key: section.Key, title: section.Title, link: section.Link, rows };
-            });
-            return { key: Key, title: Title, sections: await Promise.all(filled) };
-        }),
+    const { rows: tabs } = await list(page().Tabs, ["Key", "Title"]);
+    const sectionsOf = ({ Key }) => page().Tabs.Item(Key).Sections;
+    const sections = await all(
+        tabs.map((tab) => ask.list(sectionsOf(tab), ["Key", "Title", "Link"])),
     );
+    const pairs = tabs.flatMap((tab, index) =>
+        sections[index].rows.map((section) => [tab, section]),
+    );
+    const lines = await all(
+        pairs.map(([tab, { Key }]) =>
+            ask.list(sectionsOf(tab).Item(Key).Rows, ["Id", "Name", "Value", "HalfWidth"]),
+        ),
+    );
+    return tabs.map((tab) => ({
+        key: tab.Key,
+        title: tab.Title,
+        sections: pairs.flatMap(([owner, { Key, Title, Link }], index) =>
+            owner === tab ? [{ key: Key, title: Title, link: Link, rows: lines[index].rows }] : [],
+        ),
+    }));
 }

@@ -213,5 +213,6 @@ const among = {
 
 function emptyText({ text, span }) {
     if (text) return `Nothing matches “${text}”${among[span]}.`;
-    return { all: "No events yet.", upcoming: "No events ahead." }[span] ?? "No events in this time.";
+    if (span === "all") return "No events yet.";
+    return span === "upcoming" ? "No events ahead." : "No events in this time.";
 }

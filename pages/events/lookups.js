@@ -1,6 +1,6 @@
 // What an event can be given from lists: categories, locations, funds and so on.
 
-import { App, list } from "../lib/app.js";
+import { all, App, ask } from "../lib/app.js";
 import { lists } from "./addin.js";
 
 /** The choices of an event's fields: who gives them, and what their columns are called. */
@@ -19,20 +19,19 @@ const sources = {
 
 /** The choices of the fields called `names`, as { id, name, visible } by field name. */
 export async function loadLookups(names) {
-    const loaded = await Promise.all(
-        names
-            .filter((name) => name in sources)
-            .map(async (name) => {
-                const { items, columns = ["Id", "Name", "Visible"] } = sources[name];
-                const { rows } = await list(items(), columns);
-                const choices = rows.map((row) => {
-                    const [id, label, visible] = columns.map((column) => row[column]);
-                    return { id, name: label, visible };
-                });
-                return [name, choices];
-            }),
+    const wanted = names.filter((name) => name in sources);
+    const columnsOf = (name) => sources[name].columns ?? ["Id", "Name", "Visible"];
+    const answers = await all(
+        wanted.map((name) => ask.list(sources[name].items(), columnsOf(name))),
     );
-    return Object.fromEntries(loaded);
+    const choices = answers.map(({ rows }, index) => {
+        const columns = columnsOf(wanted[index]);
+        return rows.map((row) => {
+            const [id, name, visible] = columns.map((column) => row[column]);
+            return { id, name, visible };
+        });
+    });
+    return Object.fromEntries(wanted.map((name, index) => [name, choices[index]]));
 }
 
 /** The name of the choice `id`, blank when there is none. */

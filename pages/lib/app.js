@@ -13,33 +13,53 @@ const dialogWindow = Number(new URLSearchParams(location.search).get("window")) 
 export const App = createApp((body) => send("call", body), reportFailure);
 
 /**
- * The rows of a collection in one request: `columns` of `count` items from `start` on, each row an
- * object by column. Gives { total, rows }.
+ * What can be asked of the host in one request: each gives { kind, body, decoded }, the answer's
+ * value by `decoded`.
  */
-export async function list(collection, columns, { start = 0, count = 10000, items } = {}) {
-    const body = { chain: stepsOf(collection), columns, start, count, ...(items && { items }) };
-    const { total, rows } = answerOf(await send("list", body));
-    return { total, rows: rows.map((row) => byName(columns, row)) };
+export const ask = {
+    /** The value of a chain that ends in a call or a property. */
+    call: (chain) => ({
+        kind: "call",
+        body: { chain: stepsOf(chain) },
+        decoded: ({ value }) => decode(value, App),
+    }),
+
+    /** `columns` of `count` items of a collection from `start` on: { total, rows } by column. */
+    list: (collection, columns, { start = 0, count = 10000, items } = {}) => ({
+        kind: "list",
+        body: { chain: stepsOf(collection), columns, start, count, ...(items && { items }) },
+        decoded: ({ total, rows }) => ({ total, rows: rows.map((row) => byName(columns, row)) }),
+    }),
+
+    /** Several properties of one object, by name. */
+    read: (object, columns) => ({
+        kind: "read",
+        body: { chain: stepsOf(object), columns },
+        decoded: ({ values }) =>
+            Object.fromEntries(columns.map((name) => [name, decode(values[name], App)])),
+    }),
+
+    /** Assigns several properties; gives the host's error for each that it could not convert. */
+    write: (object, values) => ({
+        kind: "write",
+        body: { chain: stepsOf(object), values: encodedByName(values) },
+        decoded: ({ failed }) => failed ?? {},
+    }),
+};
+
+export const list = (...question) => one(ask.list(...question));
+export const read = (...question) => one(ask.read(...question));
+export const write = (...question) => one(ask.write(...question));
+
+/** The answers to `questions` (see `ask`), put in order and in one request. */
+export async function all(questions) {
+    const calls = questions.map(({ kind, body }) => ({ [kind]: body }));
+    const { results } = answerOf(await send("batch", { calls }));
+    return results.map((answer, index) => questions[index].decoded(answerOf(answer)));
 }
 
-/** Several properties of one object in one request. */
-export async function read(object, columns) {
-    const { values } = answerOf(await send("read", { chain: stepsOf(object), columns }));
-    return Object.fromEntries(columns.map((name) => [name, decode(values[name], App)]));
-}
-
-/** Assigns several properties; gives the host's error for each that could not be converted. */
-export async function write(object, values) {
-    const encoded = Object.entries(values).map(([name, value]) => [name, encode(value)]);
-    const body = { chain: stepsOf(object), values: Object.fromEntries(encoded) };
-    return answerOf(await send("write", body)).failed ?? {};
-}
-
-/** Runs `calls` (chains that end in a call or a property) in order in one request. */
-export async function all(calls) {
-    const bodies = calls.map((chain) => ({ call: { chain: stepsOf(chain) } }));
-    const { results } = answerOf(await send("batch", { calls: bodies }));
-    return results.map((answer) => decode(answerOf(answer).value, App));
+async function one({ kind, body, decoded }) {
+    return decoded(answerOf(await send(kind, body)));
 }
 
 /** Lets the host forget objects that it holds for this page. */
@@ -56,6 +76,10 @@ async function send(kind, body) {
     });
     if (typeof answer.error === "string") throw new HostError({ description: answer.error });
     return answer;
+}
+
+function encodedByName(values) {
+    return Object.fromEntries(Object.entries(values).map(([name, value]) => [name, encode(value)]));
 }
 
 function byName(columns, row) {

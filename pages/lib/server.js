@@ -31,20 +31,26 @@ export async function post(path, body = {}) {
     if (token) headers["X-Token"] = token;
     pending += 1;
     const response = await fetch(path, { method: "POST", headers, body: JSON.stringify(body) })
-        .catch(() => {
-            throw new ConnectionError("The server cannot be reached. Try again in a moment.");
-        })
+        .catch(() => cutOff("The server cannot be reached. Try again in a moment."))
         .finally(() => {
             pending -= 1;
         });
     if (response.status === 401 && path !== "/api/signin") {
         throw new SignedOutError("Your session has ended. Sign in again to go on.");
     }
-    const answer = await response.json().catch(() => undefined);
-    if (answer === undefined || (!response.ok && !answer.error)) {
+    const answer = await response.json().catch(() => cutOff("The server's answer broke off."));
+    if (!response.ok && !answer.error) {
         throw new ConnectionError(`The server answered with an error (${response.status}).`);
     }
     return answer;
+}
+
+/** Fails, but not if it was leaving the page that cut the request off: then nobody is there. */
+async function cutOff(reason) {
+    await new Promise((resolve) => {
+        setTimeout(resolve, 250);
+    });
+    throw new ConnectionError(reason);
 }
 
 /** Whether an answer of the server is still awaited. */

@@ -82,6 +82,36 @@ browserTest("A dialog holds its event, but not the others' pages", async (tools)
     await other.getByRole("heading", { name: "Events", exact: true }).waitFor();
 });
 
+browserTest("Deleting an event keeps its gifts unless asked otherwise", async ({ page }) => {
+    await signIn(page, "anna");
+    await page.goto("/events/events-view?show=past");
+    await page.locator("tbody tr").nth(2).waitFor();
+    const links = page.locator("tbody a.row-link");
+    for (const [choice, keeps] of [["Keep the gifts", true], ["Delete the gifts too", false]]) {
+        const name = await links.first().textContent();
+        const before = await giftCount(page);
+        await page.getByRole("button", { name: `Delete ${name}` }).click();
+        const dialog = dialogPage(page);
+        const radio = dialog.getByRole("radio", { name: choice });
+        assert.equal(await radio.isChecked(), keeps);
+        await radio.check();
+        await dialog.getByLabel(/Type its name/).fill(name);
+        await dialog.getByRole("button", { name: "Delete event" }).click();
+        await page.getByRole("link", { name, exact: true }).waitFor({ state: "detached" });
+        assert.equal((await giftCount(page)) === before, keeps, choice);
+    }
+});
+
+/** How many gifts stand in the database. */
+function giftCount(page) {
+    return page.evaluate(async () => {
+        const { App } = await import("/lib/app.js");
+        const rows = await App.Document.GetDataSet(
+            "SELECT COUNT(*) AS Gifts FROM donor_gifts WHERE deleted = 0");
+        return rows.Fields.Item("Gifts").Value;
+    });
+}
+
 browserTest("A page that vanishes with its dialog lets go of the event", async (tools) => {
     const { page, newPage } = tools;
     await signIn(page, "anna");
