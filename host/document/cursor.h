@@ -35,7 +35,8 @@ public:
     bool eof() const;
     /// Goes to the next row; an error when the cursor is at its end already.
     void next();
-    /// Goes back to the first row of the same rows.
+    /// Goes back to the first row. The rows are the same, unless the end was reached while they
+    /// streamed: then nothing holds them any more and the query runs again.
     void moveFirst();
     /// The number of rows; reads the rest into memory when they were still streaming.
     std::int64_t recordCount();

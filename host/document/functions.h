@@ -11,7 +11,7 @@ namespace refhost {
 
 /// A function of a dialect: what it takes, what it gives and how the embedded engine computes it.
 struct Function {
-    enum class Result { boolean, integer, real, date, text, asFirst, special };
+    enum class Result { integer, date, text, asFirst, special };
 
     std::string_view name; ///< In upper case.
     /// A letter for each parameter: t text, i whole number, n number, d date, a any value, c

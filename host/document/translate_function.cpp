@@ -38,12 +38,8 @@ std::string filled(std::string_view pattern, const std::vector<Piece>& arguments
 SqlType resultType(Function::Result result, const std::vector<Piece>& arguments)
 {
     switch (result) {
-    case Function::Result::boolean:
-        return {.kind = TypeKind::yesNo};
     case Function::Result::integer:
         return {.kind = TypeKind::int32};
-    case Function::Result::real:
-        return {.kind = TypeKind::real};
     case Function::Result::date:
         return {.kind = TypeKind::date};
     case Function::Result::text:
