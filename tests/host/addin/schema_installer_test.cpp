@@ -1,0 +1,191 @@
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "tests/host/addin/whole_host.h"
+
+namespace refhost {
+namespace {
+
+namespace fs = std::filesystem;
+
+// A folder of the add-in whose schema file a test may change.
+class AddInFolder {
+public:
+    explicit AddInFolder(Dialect dialect)
+        : file_(dialect == Dialect::sqlServer ? "data-schema-sql.xml" : "data-schema.xml"),
+          folder_(fs::temp_directory_path() /
+                  ("addin_" + std::to_string(::getpid()) + "_" + std::to_string(++made)))
+    {
+        fs::create_directories(folder_ / "data");
+        for (const char* name : {"data-schema-sql.xml", "data-schema.xml", "addin.xml"}) {
+            fs::copy_file(fs::path(SOURCE_FOLDER) / "data" / name, folder_ / "data" / name);
+        }
+    }
+    AddInFolder(const AddInFolder&) = delete;
+    ~AddInFolder() { fs::remove_all(folder_); }
+    std::string path() const { return folder_.string() + "/"; }
+    void write(const std::string& schema) const
+    {
+        std::ofstream(folder_ / "data" / file_) << schema;
+    }
+    void require(int version) const
+    {
+        std::ofstream(folder_ / "data" / "addin.xml")
+            << "<addin><configuration><value key=\"schema\">" << version
+            << "</value></configuration></addin>";
+    }
+    void remove() const { fs::remove(folder_ / "data" / file_); }
+
+private:
+    static inline int made = 0;
+    std::string file_;
+    fs::path folder_;
+};
+
+class SchemaInstaller : public InBothDialects {
+protected:
+    // Signs in with this schema file; what the user saw.
+    std::vector<std::string> signIn(const std::string& schema)
+    {
+        folder_.write(schema);
+        WholeHost host(GetParam(), database_, "anna", folder_.path());
+        setting_ = host.setting();
+        statements_ = host.statements;
+        return host.frontEnd.seen;
+    }
+    std::shared_ptr<Database> database_ = Database::inMemory();
+    AddInFolder folder_{GetParam()};
+    std::string setting_;
+    std::vector<std::string> statements_;
+};
+INSTANTIATE_TEST_SUITE_P(Both, SchemaInstaller, ::testing::Values(Dialect::sqlServer, Dialect::jet),
+                         testNameOf);
+
+TEST_P(SchemaInstaller, InstallsOnceAndThenLeavesTheDatabaseAlone)
+{
+    {
+        WholeHost first(GetParam(), database_);
+        EXPECT_TRUE(first.frontEnd.seen.empty());
+        EXPECT_EQ(first.setting(), "2");
+        EXPECT_GT(first.statements.size(), 20U);
+        EXPECT_NE(first.cell("SELECT COUNT(*) FROM events_list_eventstatuses"), "0");
+        EXPECT_EQ(first.cell("SELECT COUNT(*) FROM vw_events_events"), "0");
+    }
+    const WholeHost second(GetParam(), database_);
+    EXPECT_TRUE(second.statements.empty());
+}
+
+TEST_P(SchemaInstaller, UpgradesAnOlderDatabaseWithItsRows)
+{
+    folder_.require(1);
+    {
+        WholeHost old(GetParam(), database_, "anna", folder_.path());
+        EXPECT_EQ(old.setting(), "1");
+        old.execute("INSERT INTO events_event_info (Name) VALUES ('Kept')");
+        old.execute("INSERT INTO events_event_activities (FKEventId, Name, ListPrice, "
+                    "QuantityAvailable) VALUES (1, 'Seat', 25, 10)");
+    }
+    folder_.require(2);
+    WholeHost now(GetParam(), database_, "anna", folder_.path());
+    EXPECT_EQ(now.setting(), "2");
+    const auto event = toObject(call(now.store(), "GetEvent", 1));
+    EXPECT_EQ(qmevents::toText(get(event, "Name")), "Kept");
+    EXPECT_EQ(qmevents::toText(get(event, "PotentialRevenue")), "250");
+    EXPECT_EQ(now.cell("SELECT QuantityType FROM events_event_activities"), "0");
+    EXPECT_TRUE(now.frontEnd.seen.empty());
+}
+
+TEST_P(SchemaInstaller, RefusesADatabaseOfANewerAddIn)
+{
+    {
+        WholeHost host(GetParam(), database_);
+        put(host.document(), "Setting", "events-addin-init", "3");
+    }
+    const WholeHost host(GetParam(), database_);
+    EXPECT_EQ(
+        host.frontEnd.seen,
+        (std::vector<std::string>{
+            "user error This Addin cannot work with this database.  Please contact Corvane.|"}));
+    EXPECT_EQ(host.setting(), "3");
+    EXPECT_TRUE(host.statements.empty());
+}
+
+TEST_P(SchemaInstaller, ReportsAFileThatIsMissingOrMalformedAndTriesAgain)
+{
+    const auto seen = signIn("<schemas><schema version=\"2\"></schemas>");
+    ASSERT_EQ(seen.size(), 1U);
+    EXPECT_TRUE(
+        seen[0].starts_with("user error The template field file was unable to be loaded ("));
+    EXPECT_NE(seen[0].find("). The error received was: "), std::string::npos);
+    EXPECT_TRUE(seen[0].ends_with("|1717")) << seen[0];
+    EXPECT_EQ(setting_, "");
+    folder_.remove();
+    {
+        const WholeHost missing(GetParam(), database_, "anna", folder_.path());
+        ASSERT_EQ(missing.frontEnd.seen.size(), 1U);
+        EXPECT_TRUE(missing.frontEnd.seen[0].starts_with("user error The template field file"));
+    }
+    const WholeHost mended(GetParam(), database_);
+    EXPECT_EQ(mended.setting(), "2");
+}
+
+TEST_P(SchemaInstaller, TellsTheHostWhenTheVersionIsNotInTheFile)
+{
+    const auto seen = signIn("<schemas><schema version=\"1\"><install/></schema></schemas>");
+    ASSERT_EQ(seen.size(), 1U);
+    EXPECT_NE(seen[0].find("The schemaFile did not load correctly"), std::string::npos) << seen[0];
+    EXPECT_EQ(setting_, "");
+}
+
+TEST_P(SchemaInstaller, StopsAtAFailingStatementAndKeepsTheVersion)
+{
+    const auto seen = signIn("<schemas><schema version=\"2\"><install><tables><table>CREATE "
+                             "NONSENSE</table></tables></install></schema></schemas>");
+    ASSERT_EQ(seen.size(), 1U);
+    EXPECT_EQ(setting_, "");
+}
+
+TEST_P(SchemaInstaller, SkipsAFailingScriptletAndRunsTheOthers)
+{
+    const bool sqlServer = GetParam() == Dialect::sqlServer;
+    const std::string type = sqlServer ? "INT" : "LONG";
+    const auto seen = signIn(
+        "<schemas><schema version=\"2\"><install><tables><!-- first --><t>CREATE TABLE "
+        "events_marks "
+        "(Id " +
+        type +
+        ")</t></tables><indexes><i>CREATE INDEX ix_marks ON events_marks (Id)</i>"
+        "</indexes><views><view name=\"vw_marks\">SELECT Id FROM events_marks</view></views>"
+        "<scripts><script name=\"bad\"/><script name=\"missing\"/><script name=\"good\"/></scripts>"
+        "</install><scripts><scriptlet name=\"bad\">x = 1\ny = x / 0\n</scriptlet>"
+        "<scriptlet name=\"good\">App.Document.Execute \"INSERT INTO events_marks (Id) VALUES (7)\""
+        "</scriptlet></scripts></schema></schemas>");
+    ASSERT_EQ(seen.size(), 2U);
+    EXPECT_NE(seen[0].find("Division by zero"), std::string::npos) << seen[0];
+    EXPECT_NE(seen[0].find("Line: 2"), std::string::npos) << seen[0];
+    EXPECT_NE(seen[1].find("missing"), std::string::npos) << seen[1];
+    EXPECT_EQ(setting_, "2");
+    EXPECT_EQ(statements_, (std::vector<std::string>{"CREATE TABLE events_marks (Id " + type + ")",
+                                                     "CREATE INDEX ix_marks ON events_marks (Id)",
+                                                     std::string("CREATE ") +
+                                                         (sqlServer ? "VIEW" : "PROCEDURE") +
+                                                         " vw_marks AS SELECT Id FROM events_marks",
+                                                     "INSERT INTO events_marks (Id) VALUES (7)"}));
+    {
+        WholeHost host(GetParam(), database_, "anna", folder_.path());
+        EXPECT_EQ(host.cell("SELECT Id FROM vw_marks"), "7");
+    }
+    folder_.require(3);
+    signIn("<schemas><schema version=\"3\"><upgrade><views><view name=\"vw_marks\" "
+           "dropfirst=\"true\">SELECT Id FROM "
+           "events_marks</view></views></upgrade></schema></schemas>");
+    EXPECT_EQ(setting_, "3");
+    ASSERT_EQ(statements_.size(), 2U);
+    EXPECT_EQ(statements_[0],
+              std::string("DROP ") + (sqlServer ? "VIEW" : "PROCEDURE") + " vw_marks");
+}
+
+} // namespace
+} // namespace refhost
