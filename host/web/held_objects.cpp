@@ -15,9 +15,10 @@ using qmevents::Ref;
 int HeldObjects::hold(const Ref<Object>& object, const Holder& holder)
 {
     std::size_t& count = countOf_[holder.view];
-    if (count >= mostPerView) {
-        throw Error::with(ErrorNumber::outOfMemory,
-                          "the page holds " + std::to_string(count) + " objects already");
+    if (count >= mostPerView || held_.size() >= mostInAll) {
+        throw Error::with(ErrorNumber::outOfMemory, "the page holds " + std::to_string(count) +
+                                                        " objects already, all hold " +
+                                                        std::to_string(held_.size()));
     }
     ++count;
     held_.emplace(++last_, Held{object, holder});

@@ -12,6 +12,7 @@ namespace refhost {
 class HeldObjects {
 public:
     static constexpr std::size_t mostPerView = 20'000;
+    static constexpr std::size_t mostInAll = 100'000;
 
     /// Who holds an object: a page, or the page of one of its dialog windows (0: none).
     struct Holder {
@@ -19,8 +20,8 @@ public:
         int window = 0;
     };
 
-    /// Holds `object` and gives its number, which is never used again. Error 7 when the page holds
-    /// too many already.
+    /// Holds `object` and gives its number, which is never used again. Error 7 when the page, or
+    /// all pages together, hold too many already.
     int hold(const qmevents::Ref<qmevents::Object>& object, const Holder& holder);
     /// The object held under `number`; error 424 when there is none.
     const qmevents::Ref<qmevents::Object>& at(int number) const;

@@ -11,12 +11,16 @@ namespace {
 constexpr std::size_t keptEvents = 32;
 /// A page that lets more pile up is not reading them.
 constexpr std::size_t mostEvents = 1000;
+/// Beyond this many pages, those that are gone are not waited for any longer.
+constexpr std::size_t mostViews = 256;
 
 } // namespace
 
 std::shared_ptr<View> ViewHub::visit(const std::string& id)
 {
     const std::lock_guard lock(mutex_);
+    if (views_.size() > mostViews)
+        std::erase_if(views_, [&](const auto& entry) { return isGoneNow(*entry.second); });
     auto& view = views_[id];
     if (!view) {
         view = std::make_shared<View>();

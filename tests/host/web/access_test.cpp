@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include "host/web/addresses.h"
+#include "host/web/held_objects.h"
 #include "host/web/sign_in_guard.h"
 #include "tests/host/web/fake_host.h"
 
@@ -191,6 +192,37 @@ TEST_F(Access, EndsWithSigningOutAndSlowsGuessingDown)
     for (int i = 0; i < 5; ++i) EXPECT_EQ(other->signIn("Bob", "wrong"), 401);
     EXPECT_EQ(other->signIn("bob", "right"), 429);
     EXPECT_EQ(other->signIn("anna", "right"), 200);
+}
+
+TEST_F(Access, EndsForBrowsersThatDoNothingForLong)
+{
+    WebServerOptions options;
+    options.pages = folder / "pages";
+    options.idleTimeout = std::chrono::milliseconds(200);
+    FakeBackend impatient;
+    WebServer other(impatient, options);
+    Browser browser(other.port(), "view");
+    ASSERT_EQ(browser.signIn(), 200);
+    EXPECT_EQ(browser.status("session", json::object()), 200);
+    std::this_thread::sleep_for(std::chrono::milliseconds(800));
+    EXPECT_EQ(browser.status("session", json::object()), 401);
+    EXPECT_EQ(impatient.alive, 0);
+}
+
+TEST(HeldObjects, AreBoundedAndGoWithWhoHoldsThem)
+{
+    HeldObjects held;
+    const auto thing = qmevents::makeRef<Thing>();
+    const int first = held.hold(thing, {"a", 0});
+    const int second = held.hold(thing, {"a", 3});
+    held.releaseWindow(3);
+    EXPECT_NO_THROW(held.at(first));
+    EXPECT_THROW(held.at(second), qmevents::Error);
+    for (std::size_t i = 1; i < HeldObjects::mostPerView; ++i) held.hold(thing, {"a", 0});
+    EXPECT_THROW(held.hold(thing, {"a", 0}), qmevents::Error);
+    EXPECT_NO_THROW(held.hold(thing, {"b", 0}));
+    held.releaseView("a");
+    EXPECT_EQ(held.size(), 1U);
 }
 
 TEST(SignInGuard, WaitsLongerWithEachFailureAndForgets)
