@@ -4,7 +4,8 @@ import { reportFailure } from "./notice.js";
 import { post } from "./server.js";
 
 const windows = new Map();
-const widestGap = 48;
+const gap = 48;
+const narrow = matchMedia("(max-width: 40rem)");
 
 /** Opens the window that the host asks for. */
 export function openWindow({ window: id, url, width, title }) {
@@ -93,7 +94,7 @@ function fitToContent(frame) {
     if (!page?.body || page.URL === "about:blank") return;
     const bar = frame.previousElementSibling.offsetHeight;
     const fit = () => {
-        const highest = innerHeight - bar - widestGap;
+        const highest = innerHeight - bar - (narrow.matches ? 0 : gap);
         const height = Math.min(page.body.scrollHeight, highest);
         frame.style.height = `${height}px`;
     };

@@ -13,15 +13,20 @@ const sv = localeFormats({ ...german, order: "ymd", dateSeparator: "-", groupMar
 
 test("typed dates are read in the locale's order, and impossible ones are not", () => {
     const cases = [
-        [us, "3/7/2026", "2026-03-07"], [us, " 03-07-26 ", "2026-03-07"], [us, "2026-3-7", "2026-03-07"],
-        [de, "7.3.2026", "2026-03-07"], [de, "7/3/30", "1930-03-07"], [sv, "26-03-07", "2026-03-07"],
-        [us, "March 7, 2026", "2026-03-07"], [us, "7 Mar 2026", "2026-03-07"], [de, "7. march 26", "2026-03-07"],
+        [us, "3/7/2026", "2026-03-07"], [us, " 03-07-26 ", "2026-03-07"],
+        [us, "2026-3-7", "2026-03-07"], [de, "7.3.2026", "2026-03-07"],
+        [de, "7/3/30", "1930-03-07"], [sv, "26-03-07", "2026-03-07"],
+        [us, "March 7, 2026", "2026-03-07"], [us, "7 Mar 2026", "2026-03-07"],
+        [de, "7. march 26", "2026-03-07"],
         [us, "2/29/2028", "2028-02-29"], [us, "2/29/2026", undefined], [us, "2/31/2026", undefined],
         [us, "13/1/2026", undefined], [us, "0/1/2026", undefined], [us, "3/7", undefined],
-        [us, "31 February 2026", undefined], [us, "7 Foo 2026", undefined], [us, "7 Mar 8 2026", undefined],
+        [us, "31 February 2026", undefined], [us, "7 Foo 2026", undefined],
+        [us, "7 Mar 8 2026", undefined],
         [us, "tomorrow", undefined],
     ];
-    for (const [format, text, expected] of cases) assert.equal(format.parseDate(text), expected, text);
+    for (const [format, text, expected] of cases) {
+        assert.equal(format.parseDate(text), expected, text);
+    }
 });
 
 test("typed times are read by either clock", () => {
@@ -49,7 +54,9 @@ test("typed amounts and numbers may carry the locale's marks, in their places on
         [us, "2147483648", undefined], [us, "99999999999", undefined], [us, "12.5", undefined],
         [us, "ten", undefined],
     ];
-    for (const [format, text, expected] of numbers) assert.equal(format.parseWhole(text), expected, text);
+    for (const [format, text, expected] of numbers) {
+        assert.equal(format.parseWhole(text), expected, text);
+    }
 });
 
 test("dates, times and amounts are written as the locale has them and read back", () => {
@@ -61,7 +68,8 @@ test("dates, times and amounts are written as the locale has them and read back"
         [us.time(new DateTime("2026-03-07T00:15:09")), "12:15:09 AM"],
         [us.dateTime(DateTime.of("2026-03-07")), "3/7/2026"], [us.dateTime(new DateTime()), ""],
         [us.money(Currency.parse("-1234567.5")), "-$1,234,567.50"],
-        [de.money(Currency.parse("1234.5678")), "1.234,5678 €"], [us.whole(-1234567), "-1,234,567"],
+        [de.money(Currency.parse("1234.5678")), "1.234,5678 €"],
+        [us.whole(-1234567), "-1,234,567"],
     ];
     for (const [written, expected] of cases) assert.equal(written, expected);
     for (const format of [us, de, sv]) {
@@ -73,7 +81,9 @@ test("dates, times and amounts are written as the locale has them and read back"
 });
 
 test("a season runs from July to June", () => {
-    const cases = [["2026-03-07", "2025-07-01"], ["2026-06-30", "2025-07-01"], ["2026-07-01", "2026-07-01"]];
+    const cases = [
+        ["2026-03-07", "2025-07-01"], ["2026-06-30", "2025-07-01"], ["2026-07-01", "2026-07-01"],
+    ];
     for (const [today, from] of cases) assert.equal(seasonOf(today).from.date, from, today);
     assert.equal(seasonOf("2026-03-07").until.text, "2026-07-01T00:00:00");
 });

@@ -6,7 +6,8 @@ import { literalSearch } from "../../pages/lib/search_text.js";
 
 test("what is typed into a search means itself", () => {
     const cases = [
-        ["100%", "100[%]"], ["run_5k", "run[_]5k"], ["[gala]", "[[]gala]"], ["  spring   gala ", "spring gala"],
+        ["100%", "100[%]"], ["run_5k", "run[_]5k"], ["[gala]", "[[]gala]"],
+        ["  spring   gala ", "spring gala"],
         ["it's", "it's"], ["", ""],
     ];
     for (const [typed, expected] of cases) assert.equal(literalSearch(typed), expected, typed);
@@ -27,8 +28,10 @@ test("a span of time becomes a condition on the start", async () => {
     const cases = [
         ["upcoming", "StartDateTime >= <2026-03-07T00:00:00>"],
         ["past", "StartDateTime < <2026-03-07T00:00:00>"],
-        ["season", "StartDateTime >= <2025-07-01T00:00:00> AND StartDateTime < <2026-07-01T00:00:00>"],
-        ["coming", "StartDateTime >= <2026-03-07T00:00:00> AND StartDateTime < <2026-07-01T00:00:00>"],
+        ["season", "StartDateTime >= <2025-07-01T00:00:00> " +
+            "AND StartDateTime < <2026-07-01T00:00:00>"],
+        ["coming", "StartDateTime >= <2026-03-07T00:00:00> " +
+            "AND StartDateTime < <2026-07-01T00:00:00>"],
         ["all", ""],
     ];
     for (const [span, expected] of cases) {
@@ -38,7 +41,8 @@ test("a span of time becomes a condition on the start", async () => {
 
 test("a search asks for one row more than it shows", () => {
     const values = criteriaValues({ text: "a b", where: "", order: "Id", shown: 50 });
-    assert.deepEqual(values, { SearchString: "a b", CustomWhere: "", CustomOrderBy: "Id", MaxRows: 51 });
+    assert.deepEqual(values,
+        { SearchString: "a b", CustomWhere: "", CustomOrderBy: "Id", MaxRows: 51 });
 });
 
 test("a list's state survives the address, and nonsense in it does no harm", () => {

@@ -8,7 +8,8 @@ test("amounts keep every cent and refuse what they cannot hold exactly", () => {
         ["0.0001", "0.0001"], ["-0.10", "-0.10"], ["354.2292", "354.2292"],
         ["922337203685477.5807", "922337203685477.5807"], ["922337203685477.5808", undefined],
         ["9007199254740993.01", undefined], ["0.00001", undefined], ["", undefined],
-        [".", undefined], ["-", undefined], ["1e3", undefined], ["ten", undefined], ["1,000", undefined],
+        [".", undefined], ["-", undefined], ["1e3", undefined], ["ten", undefined],
+        ["1,000", undefined],
     ];
     for (const [text, expected] of cases) {
         assert.equal(Currency.parse(text)?.toString(), expected, text);
@@ -19,7 +20,9 @@ test("amounts keep every cent and refuse what they cannot hold exactly", () => {
 });
 
 test("amounts that were worked out round to cents, halves away from zero", () => {
-    const cases = [["354.2292", "354.23"], ["0.005", "0.01"], ["0.0049", "0.00"], ["-0.005", "-0.01"]];
+    const cases = [
+        ["354.2292", "354.23"], ["0.005", "0.01"], ["0.0049", "0.00"], ["-0.005", "-0.01"],
+    ];
     for (const [text, expected] of cases) {
         assert.equal(Currency.parse(text).rounded().toString(), expected, text);
     }
@@ -34,7 +37,8 @@ test("a date-time tells which of its parts were entered", () => {
     ];
     for (const [date, time, text, isZero] of cases) {
         const value = DateTime.of(date, time);
-        assert.deepEqual([value.text, value.date, value.time, value.isZero], [text, date, time, isZero]);
+        const read = [value.text, value.date, value.time, value.isZero];
+        assert.deepEqual(read, [text, date, time, isZero]);
     }
 });
 
