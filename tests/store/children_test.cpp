@@ -162,57 +162,43 @@ TEST_F(Children, AreReadWithTheSameTextFromBothDatabases)
             const Value result =
                 invokeNamed(host.store(), operation, CallKind::method, std::span<Value>(given));
             EXPECT_EQ(host.takeLog(), Log{statement});
-            if (!result.isNothing()) {
-                EXPECT_EQ(toInt32(get(toObject(result), "Count")), 0);
-            }
+            if (!result.isNothing()) { EXPECT_EQ(toInt32(get(toObject(result), "Count")), 0); }
         }
     }
 }
 
-// The record set of reservations and lines, between the texts that the databases differ in.
-std::string recordSetText(const std::string& payments, const std::string& sum)
-{
-    return "SELECT eer.Id As ReservationId, eer.FKDonorId As ReservationDonorId, "
-           "eer.ReservationDate As ReservationDate, eer.Description As ReservationDescription, "
-           "eer.AmountPaid As ReservationAmountPaid, " +
-           payments +
-           "eera.Id As ReservationActivityId, eera.FKActivityId As ReservationActivityActivityId, "
-           "eera.Quantity As ReservationActivityQuantity, eera.Price As ReservationActivityPrice, "
-           "eera.ReservationInfo As ReservationActivityReservationInfo, eera.Notes As "
-           "ReservationActivityNotes, eea.Id As ActivityId, eea.Name As ActivityName, dd.Id As "
-           "DonorId, dd.Display As DonorName FROM ((((events_event_reservations eer LEFT JOIN "
-           "(SELECT eer.Id, " +
-           sum +
-           "FROM ((events_event_reservations eer INNER JOIN donor_gifts dg ON eer.Id = "
-           "dg.FKReservationId) INNER JOIN donor_gifts_payments dgp ON dg.Id = dgp.giftId) WHERE "
-           "eer.FKEventId=<2:5> AND dg.deleted = 0 GROUP BY eer.Id) ReservationPayments ON eer.Id "
-           "= ReservationPayments.Id) LEFT JOIN events_event_reservations_activities eera ON "
-           "eer.id = eera.FKReservationId) LEFT JOIN events_event_activities eea ON "
-           "eera.FKActivityId = eea.Id) LEFT JOIN donor_donors dd ON eer.FKDonorId = dd.Id) WHERE "
-           "eer.FKEventId=<2:5>";
-}
-
 TEST_F(Children, ReservationsWithLinesComeAsTheHostsOwnRecordSet)
 {
+    const struct {
+        std::int32_t documentType;
+        const char *payments, *sum;
+    } dialects[] = {
+        {1,
+         "eer.AmountPaid As ReservationAmountPaid, "
+         "IsNull(ReservationPayments.DonationPaymentsAmount,0) As ReservationPayments, eera.Id",
+         "(SELECT eer.Id, IsNull(SUM(actualAmount),0) As DonationPaymentsAmount FROM"},
+        {2,
+         "eer.AmountPaid As ReservationAmountPaid, "
+         "IIf(IsNull(ReservationPayments.DonationPaymentsAmount),0,"
+         "ReservationPayments.DonationPaymentsAmount) As ReservationPayments, eera.Id",
+         "(SELECT eer.Id, IIf(IsNull(SUM(actualAmount)),0,SUM(actualAmount)) As "
+         "DonationPaymentsAmount FROM"}};
     host.answer("ReservationPayments", {{"ReservationId"}, {{7}}});
-    const auto rows = toObject(ask("GetEventReservationAndActivitiesRecordSet", 5,
-                                   "dd.Display, eer.Id", "eera.FKActivityId = 3"));
-    EXPECT_EQ(host.takeLog(),
-              Log{recordSetText("IsNull(ReservationPayments.DonationPaymentsAmount,0) As "
-                                "ReservationPayments, ",
-                                "IsNull(SUM(actualAmount),0) As DonationPaymentsAmount ") +
-                  " AND eera.FKActivityId = 3 ORDER BY dd.Display, eer.Id"});
-    ASSERT_TRUE(rows);
-    EXPECT_FALSE(toBool(get(rows, "EOF"))) << "it is handed over unread";
-
-    host.documentType = 2;
-    ask("GetEventReservationAndActivitiesRecordSet", 5);
-    EXPECT_EQ(host.takeLog(),
-              Log{recordSetText("IIf(IsNull(ReservationPayments.DonationPaymentsAmount),0,"
-                                "ReservationPayments.DonationPaymentsAmount) As "
-                                "ReservationPayments, ",
-                                "IIf(IsNull(SUM(actualAmount)),0,SUM(actualAmount)) As "
-                                "DonationPaymentsAmount ")});
+    for (const auto& [documentType, payments, sum] : dialects) {
+        SCOPED_TRACE(documentType);
+        host.documentType = documentType;
+        const auto rows = toObject(ask("GetEventReservationAndActivitiesRecordSet", 5,
+                                       "dd.Display, eer.Id", "eera.FKActivityId = 3"));
+        ASSERT_TRUE(rows);
+        EXPECT_FALSE(toBool(get(rows, "EOF"))) << "it is handed over unread";
+        const std::string statement = host.takeLog().at(0);
+        EXPECT_NE(statement.find(payments), std::string::npos) << statement;
+        EXPECT_NE(statement.find(sum), std::string::npos) << statement;
+        EXPECT_TRUE(statement.ends_with("WHERE eer.FKEventId=<2:5> AND eera.FKActivityId = 3 "
+                                        "ORDER BY dd.Display, eer.Id"))
+            << statement;
+        EXPECT_EQ(statement.find("  "), std::string::npos);
+    }
 }
 
 TEST_F(Children, RowsOfOneParticipantMakeOneWithItsGroupsInRowOrder)
@@ -286,28 +272,16 @@ TEST_F(Children, LinesBringWhatTheirQueryJoined)
     host.answer("FKActivityId=<2:3>",
                 joined(linesOf({line(1, 7, 3, 2, 100)}), {"FKDonorId", "DonorIdCheck", "DonorName"},
                        {9, null, null}));
-    host.answer("eea.Sponsorship <> 0",
-                joined(linesOf({line(1, 7, 3, 2, 100)}),
-                       {"FKDonorId", "DonorIdCheck", "DonorName", "ActivityName"},
-                       {9, 9, "Lee, Kim", "Table"}));
     host.answer("As ActivitySponsorship", joined(linesOf({line(1, 7, 3, 2, 100)}),
                                                  {"FKDonorId", "ActivitySponsorship"}, {9, true}));
-    const auto first = [](const Ref<cEventReservationActivities>& lines) {
-        return refCast<cEventReservationActivity>(toObject(lines->Item(1)));
-    };
-    const auto orphan = first(read<cEventReservationActivities>("GetEventActivityReservations", 3));
+    const auto orphans = read<cEventReservationActivities>("GetEventActivityReservations", 3);
+    const auto orphan = refCast<cEventReservationActivity>(toObject(orphans->Item(1)));
     EXPECT_EQ(orphan->FKdonorId, 9);
     EXPECT_FALSE(orphan->DonorExists) << "the host has no such donor any more";
 
-    const auto lines = read<cEventReservationActivities>("GetEventSponsorships", 5);
-    EXPECT_TRUE(first(lines)->DonorExists);
-    EXPECT_EQ(first(lines)->DonorName, "Lee, Kim");
-    EXPECT_EQ(lines->TotalSponsorship(), Currency::fromUnits(200));
-    EXPECT_EQ(lines->ToString(", "), "Table");
-
     const auto byEvent = read<cEventReservationActivities>("GetEventReservationActivities", 0, 5);
-    EXPECT_TRUE(first(byEvent)->Sponsorship());
-    EXPECT_EQ(host.log.size(), 3U) << "no line asked for its activity";
+    EXPECT_EQ(byEvent->TotalSponsorship(), Currency::fromUnits(200));
+    EXPECT_EQ(host.log.size(), 2U) << "no line asked for its activity";
 }
 
 TEST_F(Children, LinesOfAReservationAskForTheirActivityOnce)
