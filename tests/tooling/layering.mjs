@@ -12,7 +12,7 @@ const layers = ["automation", "core", "model", "store", "workflow", "handlers"];
 
 /** The root objects know every layer; only those who make an add-in may know the root objects. */
 const rootObjects = /^core\/root_objects\.(h|cpp)$/;
-const makersOfAddins = ["com", "host", "tests", "bench"];
+const makersOfAddins = ["com", "host", "tests", "bench", "tools"];
 
 /** The reference host meets the add-in by member names, so it sees only these folders of it. */
 const hostSees = ["automation", "host"];
