@@ -46,6 +46,9 @@ const std::map<std::string, std::string> columnsOf = {
 std::string asJet(std::string statement)
 {
     static constexpr std::pair<const char*, const char*> words[] = {
+        {") NULL", ")"},
+        {"DATETIME NULL", "DATETIME"},
+        {" INT NULL", " LONG"},
         {"INT IDENTITY(1,1)", "COUNTER"},
         {"NVARCHAR(MAX)", "MEMO"},
         {"NVARCHAR(", "TEXT("},
