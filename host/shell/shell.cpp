@@ -38,8 +38,8 @@ void requireAddress(std::string_view url)
         std::ranges::none_of(url, [](char c) { return static_cast<unsigned char>(c) < ' '; });
     if (named && clean && qmevents::text::sameName(url.substr(0, scheme.size()), scheme)) return;
     throw Error::with(ErrorNumber::invalidCall,
-                      "\"" + std::string(url) +
-                          "\" is no address of a page; one looks like \"obsidian://module/page\"");
+                      '"' + std::string(url) +
+                          R"(" is no address of a page; one looks like "obsidian://module/page")");
 }
 
 } // namespace

@@ -104,7 +104,7 @@ bool Chain::isUnchangedObject(std::size_t index) const
 Ref<Object> Chain::runToObject(const Ref<Object>& app)
 {
     const std::string last = steps_.empty() ? "the first step" : steps_.back().name;
-    const Ref<Object> object = objectFrom(run(app), last);
+    Ref<Object> object = objectFrom(run(app), last);
     if (!object) throw Error::with(ErrorNumber::objectNotSet, last);
     return object;
 }

@@ -18,8 +18,6 @@
 
 namespace refhost {
 
-using httplib::Request;
-using httplib::Response;
 using nlohmann::json;
 
 namespace {

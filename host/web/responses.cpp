@@ -31,7 +31,7 @@ void sendFile(Response& response, int status, PageFile file)
 {
     response.status = status;
     response.set_header("Cache-Control", "no-cache");
-    if (file.content.empty()) return response.set_content("", file.type.c_str());
+    if (file.content.empty()) return response.set_content("", file.type);
     const auto content = std::make_shared<const std::string>(std::move(file.content));
     response.set_content_provider(
         content->size(), file.type,

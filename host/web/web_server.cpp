@@ -26,7 +26,7 @@ namespace {
 
 /// Every event stream, and every command that waits for its user, keeps one of these busy.
 constexpr std::size_t threads = 128;
-constexpr std::size_t longestBody = 1024 * 1024;
+constexpr std::size_t longestBody = std::size_t{1024} * 1024;
 constexpr std::string_view signInPage = "/host/signin";
 constexpr std::string_view notFoundPage = "/host/404";
 

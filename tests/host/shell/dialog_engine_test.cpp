@@ -112,7 +112,7 @@ TEST_F(Dialogs, CloseTheWindowWithAnInnerPageUnlessTheOuterDialogKeepsIt)
 TEST_F(Dialogs, GoBackFromAnInnerPageToTheOneBefore)
 {
     for (const char* const url : {"obsidian://events/dialogs/findevent", "findevent",
-                                  "obsidian:\\\\events\\dialogs\\FindEvent", ""}) {
+                                  R"(obsidian:\\events\dialogs\FindEvent)", ""}) {
         SCOPED_TRACE(url);
         frontEnd.seen.clear();
         const auto outer = dialog("findevent");

@@ -52,8 +52,8 @@ public:
     {
         seen.push_back("load " + window.page);
     }
-    void refresh() override { seen.push_back("refresh"); }
-    void setPageModified() override { seen.push_back("modified"); }
+    void refresh() override { seen.emplace_back("refresh"); }
+    void setPageModified() override { seen.emplace_back("modified"); }
 };
 
 /// A dialog as commands make them: hands its inputs over, shows its page in a window of its own or

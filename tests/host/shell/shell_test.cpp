@@ -6,8 +6,6 @@
 namespace refhost {
 namespace {
 
-using qmevents::Value;
-
 TEST(Shell, ShowsWhatCommandsTell)
 {
     ScriptedFrontEnd frontEnd;

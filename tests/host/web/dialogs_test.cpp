@@ -32,7 +32,7 @@ TEST_F(WebDialogs, LetThePageCallWhileTheCommandWaits)
     anna->openStream();
     auto command = anna->later("call", run("RunDialog", "addevent"));
     const json opened = anna->next("dialog-open");
-    const json window = opened.at("window");
+    const json& window = opened.at("window");
     EXPECT_EQ(opened.at("url"), "/events/dialogs/addevent?window=" + window.dump());
     EXPECT_EQ(opened.at("title"), "Title of addevent");
     EXPECT_EQ(opened.at("width"), 550);

@@ -93,7 +93,7 @@ public:
     }
     ~FakeApp() override { shell->dialogEngine().reset(); }
 
-    void addThing(std::int32_t id)
+    void addThing(std::int32_t id) const
     {
         const auto thing = qmevents::makeRef<Thing>();
         thing->id = id;
@@ -107,7 +107,7 @@ public:
     {
         return qmevents::refCast<Thing>(value.object());
     }
-    bool find(std::int32_t id, std::string* reason, qmevents::Ref<Thing>* found)
+    bool find(std::int32_t id, std::string* reason, qmevents::Ref<Thing>* found) const
     {
         if (!things->contains(std::to_string(id))) {
             if (reason) *reason = "There is no such thing.";
@@ -118,19 +118,19 @@ public:
     }
     qmevents::Value same(const qmevents::Value& value) { return value; }
     void fail() { throw qmevents::Error(1004, "Fake", "It \"broke\" \xE2\x82\xAC \xFF."); }
-    std::int32_t ask(const std::string& text)
+    std::int32_t ask(const std::string& text) const
     {
         shell->MsgBox("About to ask", "Note");
         return shell->MsgPrompt(text, 4, "Question");
     }
-    std::string runDialog(const std::string& page)
+    std::string runDialog(const std::string& page) const
     {
         const auto dialog = qmevents::makeRef<FakeDialog>(*shell, page);
         dialog->input = qmevents::Value("in of " + page);
         const bool confirmed = dialog->create();
         return (confirmed ? "confirmed " : "cancelled ") + toText(dialog->output);
     }
-    void leaveFor(const std::string& url)
+    void leaveFor(const std::string& url) const
     {
         shell->Navigate(url, {});
         shell->MsgBox("Leaving", "");
