@@ -9,11 +9,7 @@ namespace {
 
 using namespace qmevents;
 
-EventsDatabase& smallDatabase()
-{
-    static EventsDatabase database(1);
-    return database;
-}
+EventsDatabase& smallDatabase() { return databaseOf(1); }
 
 void readProperty(benchmark::State& state)
 {

@@ -3,7 +3,6 @@
 #include <malloc.h>
 #include <sqlite3.h>
 
-#include <map>
 #include <vector>
 
 #include "bench/events_database.h"
@@ -12,14 +11,6 @@ namespace bench {
 namespace {
 
 using namespace qmevents;
-
-EventsDatabase& databaseOf(std::int64_t events)
-{
-    static std::map<std::int64_t, std::unique_ptr<EventsDatabase>> databases;
-    auto& database = databases[events];
-    if (!database) database = std::make_unique<EventsDatabase>(static_cast<int>(events));
-    return *database;
-}
 
 // The columns of events_event_info as a program without an object model would keep them.
 struct PlainEvent {

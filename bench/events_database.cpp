@@ -25,18 +25,11 @@ std::string fillStatement(int events)
            "10:00:00', 1, '2025-07-01 11:30:00' FROM n";
 }
 
-void run(sqlite3* database, const std::string& sql)
-{
-    char* message = nullptr;
-    if (sqlite3_exec(database, sql.c_str(), nullptr, nullptr, &message) != SQLITE_OK) {
-        throw std::runtime_error(message);
-    }
-}
-
 } // namespace
 
 EventsDatabase::EventsDatabase(int events)
-    : file_((std::filesystem::temp_directory_path() /
+    : events_(events),
+      file_((std::filesystem::temp_directory_path() /
              ("events_bench_" + std::to_string(::getpid()) + "_" + std::to_string(events) + ".db"))
                 .string())
 {
@@ -47,7 +40,7 @@ EventsDatabase::EventsDatabase(int events)
     options.addInPath = SOURCE_FOLDER;
     session_ = std::make_unique<refhost::Session>(std::move(options));
     if (sqlite3_open(file_.c_str(), &raw_) != SQLITE_OK) throw std::runtime_error(file_);
-    run(raw_, fillStatement(events));
+    session_->sql().hostExecute(fillStatement(events));
 }
 
 EventsDatabase::~EventsDatabase()
@@ -62,6 +55,16 @@ qmevents::Ref<qmevents::Object> EventsDatabase::store()
     using namespace qmevents;
     const auto module = getObject(getObject(session_->app(), "Modules"), "Events");
     return getObject(toObject(call(module, "Objects", "Events")), "EventsManage");
+}
+
+EventsDatabase& databaseOf(std::int64_t events)
+{
+    static std::unique_ptr<EventsDatabase> database;
+    if (!database || database->events() != events) {
+        database.reset(); // the old session leaves its thread first
+        database = std::make_unique<EventsDatabase>(static_cast<int>(events));
+    }
+    return *database;
 }
 
 } // namespace bench

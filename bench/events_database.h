@@ -33,12 +33,17 @@ public:
     qmevents::Ref<qmevents::Object> store();
     refhost::Session& session() { return *session_; }
     sqlite3* raw() { return raw_; }
+    int events() const { return events_; }
 
 private:
+    int events_;
     NobodyThere frontEnd_;
     std::string file_;
     std::unique_ptr<refhost::Session> session_;
     sqlite3* raw_ = nullptr;
 };
+
+/// The database with this many events. A thread serves one session, so there is one at a time.
+EventsDatabase& databaseOf(std::int64_t events);
 
 } // namespace bench
