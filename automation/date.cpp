@@ -105,7 +105,7 @@ Date Date::carried(int year, int month, int day)
         throw Error::with(ErrorNumber::overflow, "a date must lie in the years 100 to 9999");
     }
     return of(static_cast<int>(carriedYear), static_cast<int>(months - carriedYear * 12) + 1, 1)
-        .plusDays(day - 1);
+        .plusDays(static_cast<double>(day) - 1);
 }
 
 bool Date::isValidDay(int year, int month, int day)

@@ -44,8 +44,11 @@ startDialogPage(async ({ session, format, heading, close }) => {
         clearTimeout(pause);
         pause = setTimeout(() => search(target.value.trim()), typingPause);
     });
-    byId("search-form").addEventListener("submit", (event) => {
+    byId("search-form").addEventListener("submit", async (event) => {
         event.preventDefault();
+        // Enter may come before the typing has paused: the words typed are searched first.
+        clearTimeout(pause);
+        await search(byId("search").value.trim());
         byId("results").querySelector("button")?.focus();
     });
     byId("search").focus();
