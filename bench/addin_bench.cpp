@@ -7,7 +7,14 @@
 namespace bench {
 namespace {
 
-using namespace qmevents;
+using qmevents::call;
+using qmevents::CallKind;
+using qmevents::get;
+using qmevents::Object;
+using qmevents::put;
+using qmevents::Ref;
+using qmevents::toObject;
+using qmevents::Value;
 
 EventsDatabase& smallDatabase() { return databaseOf(1); }
 

@@ -10,12 +10,17 @@
 namespace bench {
 namespace {
 
-using namespace qmevents;
+using qmevents::call;
+using qmevents::get;
+using qmevents::put;
+using qmevents::toInt32;
+using qmevents::toObject;
+using qmevents::Value;
 
 // The columns of events_event_info as a program without an object model would keep them.
 struct PlainEvent {
-    std::int64_t numbers[12];
-    double goal;
+    std::int64_t numbers[12] = {};
+    double goal = 0;
     std::string texts[8];
 };
 

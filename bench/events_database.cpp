@@ -52,7 +52,9 @@ EventsDatabase::~EventsDatabase()
 
 qmevents::Ref<qmevents::Object> EventsDatabase::store()
 {
-    using namespace qmevents;
+    using qmevents::call;
+    using qmevents::getObject;
+    using qmevents::toObject;
     const auto module = getObject(getObject(session_->app(), "Modules"), "Events");
     return getObject(toObject(call(module, "Objects", "Events")), "EventsManage");
 }

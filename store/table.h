@@ -19,8 +19,8 @@ enum class Written { always, onInsert, onUpdate };
 template <typename T>
 struct Column {
     std::string name;
-    Kind kind;
-    Written written;
+    Kind kind = Kind::number;
+    Written written = Written::always;
     std::function<Value(const T&)> read;
     std::function<void(T&, const Value&)> load;
 };

@@ -196,7 +196,7 @@ void FindEventDialog::onDialogChildComplete(const Ref<Object>&, const Value& coo
     const Shell shell = host().shell();
     set("EventId", toInt32(shell.dialogValue("eventid")));
     const Value nextPage = get("NextPage");
-    const bool hasNext = !nextPage.isEmpty() && !nextPage.isNull() && toText(nextPage) != "";
+    const bool hasNext = !nextPage.isEmpty() && !nextPage.isNull() && !toText(nextPage).empty();
     const DialogEngine engine = shell.dialog();
     if (!hasNext || !isConfirmed(engine.returnValue())) return;
     allowClose = false;

@@ -34,7 +34,7 @@ const Members& DeletionPayload::members() const
     return table;
 }
 
-void DeletionPayload::AddConfirmationMessage(const std::string& text)
+void DeletionPayload::AddConfirmationMessage(const std::string& text) const
 {
     ConfirmationMessages->append(Value(text));
 }
@@ -59,7 +59,8 @@ const Members& ContextMenu::members() const
     return table;
 }
 
-void ContextMenu::AppendItem(std::int32_t flags, const std::string& text, std::int32_t command)
+void ContextMenu::AppendItem(std::int32_t flags, const std::string& text,
+                             std::int32_t command) const
 {
     const auto item = makeRef<MenuItem>();
     item->Flags = flags;

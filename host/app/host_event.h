@@ -30,7 +30,7 @@ public:
     std::string Userdata; ///< Of a list: what follows "SELECT Id FROM ".
     /// What modules want the user to know before the deletion, in their order.
     Ref<qmevents::Collection> ConfirmationMessages = qmevents::makeRef<qmevents::Collection>();
-    void AddConfirmationMessage(const std::string& text);
+    void AddConfirmationMessage(const std::string& text) const;
 };
 
 /// One entry of a context menu.
@@ -51,7 +51,7 @@ public:
     const Members& members() const override;
 
     Ref<qmevents::Collection> Items = qmevents::makeRef<qmevents::Collection>();
-    void AppendItem(std::int32_t flags, const std::string& text, std::int32_t command);
+    void AppendItem(std::int32_t flags, const std::string& text, std::int32_t command) const;
 };
 
 /// Payload of "interaction-menu" and "interaction-command".

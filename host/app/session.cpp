@@ -40,7 +40,7 @@ SessionParts linkedAddIn()
 }
 
 /// Shows a failure that nobody else would show.
-void reportTo(Shell& shell, const std::string& text, std::optional<Value> number = {})
+void reportTo(Shell& shell, const std::string& text, const std::optional<Value>& number = {})
 {
     try {
         shell.ErrorUnexpected(text, number);

@@ -12,14 +12,26 @@
 namespace refhost {
 namespace {
 
-using namespace demo;
+using demo::ChildMaker;
+using demo::Codes;
+using demo::Donor;
+using demo::EventMaker;
+using demo::MadeEvent;
+using demo::makeCodes;
+using demo::makeDonors;
+using demo::makeGifts;
+using demo::makeUsers;
+using demo::Random;
+using demo::RowWriter;
+using demo::saveDatabase;
+using demo::Urn;
 using qmevents::Clock;
 using qmevents::Date;
 using qmevents::Error;
 
 namespace fs = std::filesystem;
 
-constexpr long long noon = 12 * 3600;
+constexpr long long noon = 12LL * 3600;
 
 enum Topic : std::uint64_t { donorTopic = 1, eventTopic, childTopic, giftTopic };
 

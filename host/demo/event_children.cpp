@@ -209,7 +209,7 @@ void ChildMaker::makeExpenses(const MadeEvent& event)
 void ChildMaker::makeTasks(const MadeEvent& event)
 {
     for (const TaskPlan& plan : event.series->tasks) {
-        const Date due = event.start.datePart().plusDays(-plan.daysBefore).plusSeconds(17 * 3600);
+        const Date due = event.start.datePart().plusDays(-plan.daysBefore).plusSeconds(17LL * 3600);
         const bool done = due < today_ && !random_.chance(due > today_.plusDays(-30) ? 35 : 2);
         rows_.insert("events_event_tasks",
                      {key("FKEventId", event.id), text("Name", plan.name),

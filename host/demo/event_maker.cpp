@@ -8,7 +8,20 @@
 namespace refhost::demo {
 namespace {
 
-using namespace qmevents;
+using qmevents::call;
+using qmevents::Clock;
+using qmevents::Currency;
+using qmevents::Date;
+using qmevents::Error;
+using qmevents::get;
+using qmevents::getObject;
+using qmevents::Object;
+using qmevents::put;
+using qmevents::Ref;
+using qmevents::toBool;
+using qmevents::toInt32;
+using qmevents::toObject;
+using qmevents::toText;
 
 constexpr int yearsOfEvents = 4; // of which the last lies ahead
 constexpr int daysOfPlanning = 160;
@@ -58,6 +71,7 @@ std::vector<MadeEvent> EventMaker::make()
     std::sort(planned.begin(), planned.end(),
               [](const Planned& a, const Planned& b) { return a.day < b.day; });
     std::vector<MadeEvent> made;
+    made.reserve(planned.size());
     for (const Planned& plan : planned) made.push_back(save(*plan.series, plan.day));
     return made;
 }
@@ -80,7 +94,7 @@ void EventMaker::addMissing(const char* key, const char* plural, const char* upd
     const Keys present = keysOf(plural);
     auto order = static_cast<std::int16_t>(present.size());
     for (const std::string_view name : names) {
-        if (present.count(std::string(name))) continue;
+        if (present.contains(std::string(name))) continue;
         const Ref<Object> item = toObject(call(lists_, "GetNewItem", key));
         put(item, "Name", name);
         put(item, "Visible", true);
@@ -177,7 +191,7 @@ MadeEvent EventMaker::save(const EventSeries& series, Date day)
     }
     put(event, "MinCapacity", series.goals.minimum);
     put(event, "MaxCapacity", series.goals.maximum);
-    put(event, "RevenueGoal", Currency::fromUnits(grown(series.goals.revenue) / 100 * 100));
+    put(event, "RevenueGoal", Currency::fromUnits(grown(series.goals.revenue) / 100 * 100LL));
     put(event, "AttendanceGoal", grown(series.goals.attendance));
     put(event, "FKLocationId", locations_.at(std::string(series.location)));
     put(event, "FKCategoryId", categories_.at(std::string(series.category)));

@@ -70,10 +70,10 @@ Currency GiftPlanner::amountOf(const Donor& donor)
     static constexpr int amounts[] = {10, 15, 20,  20,  25,  25,  30,  40,  50,  50,
                                       50, 75, 100, 100, 120, 150, 200, 250, 500, 1000};
     const int units = random_.pick(amounts);
-    if (donor.kind == Donor::Kind::organisation) return Currency::fromUnits(units * 5);
+    if (donor.kind == Donor::Kind::organisation) return Currency::fromUnits(units * 5LL);
     // Some convert from another money, or add the fee.
     const int cents = random_.chance(5) ? random_.between(1, 99) : 0;
-    return Currency::fromUnits(units) + Currency::fromScaled(cents * 100);
+    return Currency::fromUnits(units) + Currency::fromScaled(cents * 100LL);
 }
 
 Gift GiftPlanner::newGift(std::size_t donor, Date created)

@@ -34,7 +34,7 @@ double numberOf(const HostValue& value, TypeKind from, TypeKind to, Dialect dial
 {
     if (const auto* whole = std::get_if<std::int64_t>(&value)) return static_cast<double>(*whole);
     if (const auto* number = std::get_if<double>(&value)) return *number;
-    const std::string& text = std::get<std::string>(value);
+    const auto& text = std::get<std::string>(value);
     if (from == TypeKind::date) return storedDate(text).serial() - firstDay(dialect);
     const std::string_view trimmed = qmevents::text::trim(text);
     if (trimmed.empty() && dialect == Dialect::sqlServer) return 0;

@@ -13,7 +13,7 @@ std::int64_t dayNumber(Date date) { return std::llround(date.datePart().serial()
 std::int64_t secondNumber(Date date)
 {
     const auto civil = date.civil();
-    return dayNumber(date) * 86400 + civil.hour * 3600 + civil.minute * 60 + civil.second;
+    return dayNumber(date) * 86400 + civil.hour * 3600L + civil.minute * 60L + civil.second;
 }
 
 std::int64_t floorDivide(std::int64_t a, std::int64_t b) { return a / b - (a % b < 0 ? 1 : 0); }

@@ -93,7 +93,7 @@ std::string_view collationName(Dialect dialect)
     return dialect == Dialect::sqlServer ? "HOST_SQLSERVER" : "HOST_JET";
 }
 
-void EngineStatement::bind(int index, const HostValue& value)
+void EngineStatement::bind(int index, const HostValue& value) const
 {
     sqlite3_stmt* const statement = handle();
     if (const auto* whole = std::get_if<std::int64_t>(&value)) {
@@ -108,7 +108,7 @@ void EngineStatement::bind(int index, const HostValue& value)
     }
 }
 
-void EngineStatement::reset()
+void EngineStatement::reset() const
 {
     sqlite3_reset(handle());
     sqlite3_clear_bindings(handle());

@@ -37,8 +37,8 @@ public:
     sqlite3_stmt* handle() const { return handle_.get(); }
 
     /// Binds parameter `index`, counted from 1.
-    void bind(int index, const HostValue& value);
-    void reset();
+    void bind(int index, const HostValue& value) const;
+    void reset() const;
     HostValue column(int index) const;
 
 private:

@@ -120,9 +120,9 @@ HostValue dateOfStyle(const Arguments& args)
 }
 
 struct EngineFunction {
-    const char* name;
-    int arguments; ///< -1: any number.
-    HostValue (*compute)(EngineContext&, const Arguments&);
+    const char* name = nullptr;
+    int arguments = 0; ///< -1: any number.
+    HostValue (*compute)(EngineContext&, const Arguments&) = nullptr;
     bool takesNull = false; ///< Otherwise a Null argument makes the result Null.
 };
 

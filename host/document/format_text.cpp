@@ -251,6 +251,8 @@ std::optional<std::string> styledDate(Date date, int style)
     return std::nullopt;
 }
 
+// One pass over the pattern, a branch for each letter.
+// NOLINTNEXTLINE(readability-function-cognitive-complexity)
 std::optional<Date> readStyledDate(std::string_view text, int style)
 {
     const auto found = std::find_if(std::begin(styles), std::end(styles),

@@ -7,7 +7,9 @@
 
 namespace refhost {
 
-using namespace syntax;
+using syntax::Expr;
+using syntax::ExprKind;
+using syntax::ExprPtr;
 
 namespace {
 

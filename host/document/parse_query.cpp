@@ -4,7 +4,17 @@
 
 namespace refhost {
 
-using namespace syntax;
+using syntax::Expr;
+using syntax::ExprKind;
+using syntax::ExprPtr;
+using syntax::JoinKind;
+using syntax::OrderItem;
+using syntax::Query;
+using syntax::QueryPtr;
+using syntax::Select;
+using syntax::SelectItem;
+using syntax::TableRef;
+using syntax::TableRefPtr;
 
 namespace {
 

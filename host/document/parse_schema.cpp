@@ -2,7 +2,17 @@
 
 namespace refhost {
 
-using namespace syntax;
+using syntax::AlterTable;
+using syntax::ColumnDefinition;
+using syntax::CreateIndex;
+using syntax::CreateTable;
+using syntax::CreateView;
+using syntax::Drop;
+using syntax::IndexColumn;
+using syntax::KeyConstraint;
+using syntax::ObjectKind;
+using syntax::Statement;
+using syntax::TypeUse;
 
 namespace {
 

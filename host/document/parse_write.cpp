@@ -2,7 +2,13 @@
 
 namespace refhost {
 
-using namespace syntax;
+using syntax::Assignment;
+using syntax::Delete;
+using syntax::ExprPtr;
+using syntax::Insert;
+using syntax::TableRef;
+using syntax::TableRefPtr;
+using syntax::Update;
 
 Insert Parser::insert()
 {

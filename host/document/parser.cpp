@@ -6,7 +6,7 @@
 
 namespace refhost {
 
-using namespace syntax;
+using syntax::Statement;
 
 namespace {
 

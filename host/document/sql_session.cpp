@@ -205,9 +205,8 @@ auto traced(SqlSession& session, std::string_view text, Traced::Kind kind, Actio
         report();
         return result;
     } catch (const Refusal& refusal) { // becomes what the caller of a document sees
-        const qmevents::Error error = positioned(refusal, text);
-        failed(error);
-        throw error;
+        failed(positioned(refusal, text));
+        throw positioned(refusal, text);
     } catch (const qmevents::Error& error) { // goes on, once it is in the trace
         failed(error);
         throw;

@@ -74,7 +74,7 @@ std::vector<std::string> rebuildStatements(Catalog& catalog, const CatalogTable&
     const bool counted = std::any_of(table.columns.begin(), table.columns.end(),
                                      [](const CatalogColumn& other) { return other.counter; });
     if (counted) {
-        statements.push_back("DELETE FROM sqlite_sequence WHERE name = 'host_rebuilt'");
+        statements.emplace_back("DELETE FROM sqlite_sequence WHERE name = 'host_rebuilt'");
         statements.push_back("INSERT INTO sqlite_sequence (name, seq) SELECT 'host_rebuilt', seq "
                              "FROM sqlite_sequence WHERE name = " +
                              quotedText(table.name));
@@ -84,7 +84,7 @@ std::vector<std::string> rebuildStatements(Catalog& catalog, const CatalogTable&
     for (std::string& index : catalog.indexDefinitions(table.name)) {
         statements.push_back(std::move(index));
     }
-    statements.push_back("PRAGMA legacy_alter_table = OFF");
+    statements.emplace_back("PRAGMA legacy_alter_table = OFF");
     return statements;
 }
 

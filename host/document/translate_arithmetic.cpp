@@ -6,7 +6,8 @@
 
 namespace refhost {
 
-using namespace syntax;
+using syntax::Expr;
+using syntax::ExprKind;
 
 namespace {
 
@@ -58,6 +59,8 @@ Piece Translator::negate(const Expr& expr, Scope& scope)
     return makeValue("(-" + piece.sql + ")", numberKind(piece.type, piece.type));
 }
 
+// The rules of both engines for each operator, side by side.
+// NOLINTNEXTLINE(readability-function-cognitive-complexity)
 Piece Translator::arithmetic(const Expr& expr, Scope& scope)
 {
     Piece left = value(*expr.arguments[0], scope);
@@ -119,7 +122,7 @@ Piece Translator::division(const Expr&, const Piece& left, const Piece& right) c
 }
 
 // & takes Null as empty, + gives Null with a Null.
-Piece Translator::joinTexts(const Expr& expr, Piece left, Piece right)
+Piece Translator::joinTexts(const Expr& expr, Piece left, const Piece& right)
 {
     const SqlType text{.kind = TypeKind::text};
     const bool nullAsEmpty = expr.name == "&";

@@ -6,8 +6,10 @@
 
 namespace refhost {
 
-using namespace syntax;
 using qmevents::text::sameName;
+using syntax::Expr;
+using syntax::ExprKind;
+using syntax::Select;
 
 namespace {
 
@@ -99,7 +101,7 @@ std::string Translator::condition(const Expr& expr, Scope& scope)
     return asCondition(expression(expr, scope), expr);
 }
 
-std::string Translator::asCondition(Piece piece, const Expr& expr) const
+std::string Translator::asCondition(const Piece& piece, const Expr& expr) const
 {
     if (piece.condition) return piece.sql;
     if (sqlServer()) {

@@ -4,8 +4,10 @@
 
 namespace refhost {
 
-using namespace syntax;
 using qmevents::text::sameName;
+using syntax::JoinKind;
+using syntax::TableRef;
+using syntax::TableRefPtr;
 
 namespace {
 

@@ -2,7 +2,9 @@
 
 namespace refhost {
 
-using namespace syntax;
+using syntax::Expr;
+using syntax::ExprKind;
+using syntax::ExprPtr;
 
 namespace {
 

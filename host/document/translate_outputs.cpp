@@ -5,8 +5,12 @@
 
 namespace refhost {
 
-using namespace syntax;
 using qmevents::text::sameName;
+using syntax::Expr;
+using syntax::ExprKind;
+using syntax::OrderItem;
+using syntax::Select;
+using syntax::SelectItem;
 
 std::vector<Output> Translator::outputsOf(const Select& select, Scope& scope)
 {

@@ -4,7 +4,13 @@
 
 namespace refhost {
 
-using namespace syntax;
+using syntax::Expr;
+using syntax::ExprKind;
+using syntax::ExprPtr;
+using syntax::OrderItem;
+using syntax::Query;
+using syntax::Select;
+using syntax::SelectItem;
 
 namespace {
 

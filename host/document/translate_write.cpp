@@ -4,8 +4,18 @@
 
 namespace refhost {
 
-using namespace syntax;
 using qmevents::text::sameName;
+using syntax::Assignment;
+using syntax::Delete;
+using syntax::Expr;
+using syntax::ExprKind;
+using syntax::ExprPtr;
+using syntax::Insert;
+using syntax::Query;
+using syntax::QueryPtr;
+using syntax::Statement;
+using syntax::TableRef;
+using syntax::Update;
 
 namespace {
 

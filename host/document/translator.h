@@ -154,14 +154,14 @@ private:
     Piece anyExpression(const syntax::Expr& expr, Scope& scope);
     Piece value(const syntax::Expr& expr, Scope& scope);
     std::string condition(const syntax::Expr& expr, Scope& scope);
-    std::string asCondition(Piece piece, const syntax::Expr& expr) const;
+    std::string asCondition(const Piece& piece, const syntax::Expr& expr) const;
     Piece asValue(Piece piece, const syntax::Expr& expr) const;
     Piece literal(const syntax::Expr& expr);
     Piece column(const syntax::Expr& expr, Scope& scope);
     Piece columnOf(Scope& scope, std::size_t source, const CatalogColumn& found, const Token& at);
     Piece negate(const syntax::Expr& expr, Scope& scope);
     Piece arithmetic(const syntax::Expr& expr, Scope& scope);
-    Piece joinTexts(const syntax::Expr& expr, Piece left, Piece right);
+    Piece joinTexts(const syntax::Expr& expr, Piece left, const Piece& right);
     Piece dateArithmetic(const syntax::Expr& expr, const Piece& left, const Piece& right) const;
     Piece division(const syntax::Expr& expr, const Piece& left, const Piece& right) const;
     Piece comparison(const syntax::Expr& expr, Scope& scope);

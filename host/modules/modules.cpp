@@ -93,7 +93,7 @@ bool Modules::isLoaded(const std::string& name) const
     return false;
 }
 
-Ref<Object> Modules::Item(const std::string& name)
+Ref<Object> Modules::Item(const std::string& name) const
 {
     for (const ModuleName& known : names) {
         if (qmevents::text::sameName(known.name, name)) return known.get(*this);

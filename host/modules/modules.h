@@ -51,7 +51,7 @@ public:
 
     explicit Modules(const SharedContext& context);
     bool isLoaded(const std::string& name) const;
-    Ref<Object> Item(const std::string& name); ///< Error 5 when there is no such module.
+    Ref<Object> Item(const std::string& name) const; ///< Error 5 when there is no such module.
 
     Ref<EventsModule> events;
     Ref<Donors> donors;

@@ -35,7 +35,7 @@ const Members& FieldSchema::members() const
 }
 
 void FieldSchema::AppendSchema(const std::string& moduleName, const std::string& moduleKey,
-                               const std::string& path)
+                               const std::string& path) const
 {
     const auto schema = makeRef<AppendedSchema>();
     schema->ModuleName = moduleName;

@@ -30,7 +30,7 @@ public:
     /// Reads the file and appends it; one that a module appends again takes the place of the old.
     /// Error 5, with the reason, when the file cannot be read.
     void AppendSchema(const std::string& moduleName, const std::string& moduleKey,
-                      const std::string& path);
+                      const std::string& path) const;
 };
 
 /// A column that a module offers for a list.

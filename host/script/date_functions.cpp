@@ -61,7 +61,10 @@ Value dateSerial(const Arguments& arguments)
 {
     int year = arguments.whole(0);
     if (year >= 0 && year < 100) year += year < 30 ? 2000 : 1900;
-    return Date::carried(year, arguments.whole(1), arguments.whole(2));
+    const std::int32_t day = arguments.whole(2);
+    // More days than there are dates.
+    if (std::abs(std::int64_t{day}) > 4'000'000) throw scriptError(ErrorNumber::overflow);
+    return Date::carried(year, arguments.whole(1), day);
 }
 
 Value timeSerial(const Arguments& arguments)

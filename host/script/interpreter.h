@@ -138,7 +138,7 @@ private:
     qmevents::Value call(const Callee& callee, std::string_view name, CallArguments& arguments);
     qmevents::Value callProcedure(const Procedure& procedure, CallArguments& arguments);
     /// Invokes a member, the default one when `member` is empty.
-    qmevents::Value invoke(qmevents::Ref<qmevents::Object> object, std::string_view member,
+    qmevents::Value invoke(const qmevents::Ref<qmevents::Object>& object, std::string_view member,
                            qmevents::CallKind kind, CallArguments& arguments);
     void writeBack(const Origin& origin, qmevents::Value value);
     void declare(Scope& scope, const std::vector<Declared>& declared);

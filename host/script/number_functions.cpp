@@ -88,16 +88,19 @@ Value squareRoot(const Arguments& arguments)
 
 constexpr std::uint32_t randomBits = 0xFFFFFF;
 
+std::uint32_t seedFrom(double number)
+{
+    const auto bits = std::bit_cast<std::uint64_t>(number);
+    return static_cast<std::uint32_t>((bits >> 32U) ^ bits) & randomBits;
+}
+
 // Rnd([n]): below 0 always the number that belongs to n, 0 the last one again, else the next one.
 Value random(const Arguments& arguments)
 {
     LibraryState& state = arguments.state();
     const double wish = arguments.given(0) ? arguments.number(0) : 1;
     if (wish == 0) return state.lastRandom;
-    if (wish < 0) {
-        const auto bits = std::bit_cast<std::uint32_t>(static_cast<float>(wish));
-        state.random = (bits + (bits >> 24U)) & randomBits;
-    }
+    if (wish < 0) { state.random = seedFrom(wish); }
     state.random = (state.random * 1140671485U + 12820163U) & randomBits;
     return state.lastRandom = state.random / (randomBits + 1.0);
 }
@@ -105,8 +108,7 @@ Value random(const Arguments& arguments)
 Value randomize(const Arguments& arguments)
 {
     const double seed = arguments.given(0) ? arguments.number(0) : qmevents::Clock::now().serial();
-    const auto bits = std::bit_cast<std::uint64_t>(seed);
-    arguments.state().random = static_cast<std::uint32_t>((bits >> 32U) ^ bits) & randomBits;
+    arguments.state().random = seedFrom(seed);
     return {};
 }
 

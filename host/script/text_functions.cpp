@@ -27,7 +27,7 @@ bool ignoresCase(const Arguments& arguments, std::size_t index)
     if (mode != 0 && mode != 1) throw scriptError(ErrorNumber::invalidCall);
     return mode == 1;
 }
-std::string folded(std::string value, bool ignoreCase)
+std::string folded(const std::string& value, bool ignoreCase)
 {
     return ignoreCase ? text::lower(value) : value;
 }

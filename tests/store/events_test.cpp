@@ -12,40 +12,12 @@ using testing::Log;
 using testing::Rows;
 using testing::ScriptedHost;
 
-const std::vector<std::string> eventColumns{"Id",
-                                            "Name",
-                                            "Description",
-                                            "FKLocationId",
-                                            "StartDateTime",
-                                            "EndDateTime",
-                                            "RSVPDateTime",
-                                            "MaxCapacity",
-                                            "MinCapacity",
-                                            "FKCategoryId",
-                                            "FKStatusId",
-                                            "FKCoordinatorId",
-                                            "RevenueGoal",
-                                            "AttendanceGoal",
-                                            "FKFundId",
-                                            "FKCampaignId",
-                                            "FKAppealId",
-                                            "Notes",
-                                            "CreateUser",
-                                            "CreateDate",
-                                            "LastUpdateUser",
-                                            "LastUpdateDate"};
-
-Rows galaRow(std::int32_t id = 12)
+Rows galaRow()
 {
-    std::vector<Value> row(eventColumns.size(), Value(Null{}));
-    row[0] = id;
-    row[1] = "Gala";
-    row[4] = Date::of(2026, 12, 1, 18);
-    row[12] = Currency::fromUnits(5000);
-    return {eventColumns, {row}};
+    return testing::eventRow(12, {{"Name", "Gala"},
+                                  {"StartDateTime", Date::of(2026, 12, 1, 18)},
+                                  {"RevenueGoal", Currency::fromUnits(5000)}});
 }
-
-const Log lastlyUpdated = {"ForceUpdate"};
 
 class Store : public ::testing::Test {
 protected:
@@ -81,9 +53,9 @@ protected:
 
 TEST_F(Store, SearchesByEveryCriterionInOrder)
 {
-    const auto search = [&](std::vector<std::pair<const char*, Value>> given) {
+    const auto search = [&](const std::vector<std::pair<const char*, Value>>& given) {
         const auto criteria = toObject(call(host.store(), "GetNewEventsCriteria"));
-        for (auto& [name, value] : given) put(criteria, name, std::move(value));
+        for (const auto& [name, value] : given) put(criteria, name, value);
         const Log log = logOf([&] { call(host.store(), "GetEventsBySearch", criteria); });
         return log.size() == 1 ? log[0] : "not one statement";
     };

@@ -7,7 +7,6 @@ namespace qmevents {
 namespace {
 
 using testing::Log;
-using testing::Rows;
 using testing::ScriptedHost;
 
 // How each list stands in the store's members and statements.

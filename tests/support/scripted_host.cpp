@@ -90,6 +90,40 @@ Ref<Object> recordSet(Rows rows, int* closed)
     return set;
 }
 
+Rows eventRow(std::int32_t id, const std::map<std::string, Value>& cells)
+{
+    Rows event{{"Id",
+                "Name",
+                "Description",
+                "FKLocationId",
+                "StartDateTime",
+                "EndDateTime",
+                "RSVPDateTime",
+                "MaxCapacity",
+                "MinCapacity",
+                "FKCategoryId",
+                "FKStatusId",
+                "FKCoordinatorId",
+                "RevenueGoal",
+                "AttendanceGoal",
+                "FKFundId",
+                "FKCampaignId",
+                "FKAppealId",
+                "Notes",
+                "CreateUser",
+                "CreateDate",
+                "LastUpdateUser",
+                "LastUpdateDate"},
+               {}};
+    auto& row = event.rows.emplace_back();
+    for (const auto& column : event.columns) {
+        const auto cell = cells.find(column);
+        row.push_back(cell == cells.end() ? Value(Null{}) : cell->second);
+    }
+    row[0] = id;
+    return event;
+}
+
 ScriptedHost::ScriptedHost()
 {
     releaseAddIn();

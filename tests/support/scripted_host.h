@@ -21,6 +21,9 @@ struct Rows {
 /// A record set over `rows`; counts how often it is closed.
 Ref<Object> recordSet(Rows rows, int* closed = nullptr);
 
+/// One row of the table of events: all null but for the id and what `cells` names.
+Rows eventRow(std::int32_t id, const std::map<std::string, Value>& cells = {});
+
 /// A host for tests of the add-in: it records what the add-in does and answers as scripted.
 /// Literals show their kind: number 7 as a key of another row is "<2:7>". While it lives, this
 /// thread's add-in is initialised with it.

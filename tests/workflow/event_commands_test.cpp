@@ -54,7 +54,7 @@ protected:
         return host.takeLog();
     }
     // A dialog page that sets a value and confirms.
-    void confirmWith(const std::string& name, Value value)
+    void confirmWith(const std::string& name, const Value& value)
     {
         host.dialogPage = [this, name, value] {
             if (!name.empty()) host.dialogValues[name] = value;

@@ -32,7 +32,7 @@ constexpr const char* setUp[] = {
 
 } // namespace
 
-GiftDatabase::GiftDatabase(std::shared_ptr<Database> shared)
+GiftDatabase::GiftDatabase(const std::shared_ptr<Database>& shared)
     : database(shared), sqlServer(shared, Dialect::sqlServer), jet(shared, Dialect::jet)
 {
     for (const char* const statement : setUp) sqlServer.execute(statement);

@@ -11,7 +11,7 @@ namespace refhost::testing {
 
 /// A small database of donors and their gifts, with a session in each dialect.
 struct GiftDatabase {
-    explicit GiftDatabase(std::shared_ptr<Database> shared = Database::inMemory());
+    explicit GiftDatabase(const std::shared_ptr<Database>& shared = Database::inMemory());
 
     SqlSession& in(Dialect dialect) { return dialect == Dialect::jet ? jet : sqlServer; }
 

@@ -68,6 +68,14 @@ public:
 
 struct Office : Runner {
     Office() { engine.addObject("Desk", desk); }
+    Office(const Office&) = delete;
+    Office& operator=(const Office&) = delete;
+    ~Office()
+    {
+        // A desk may hold itself.
+        desk->slots.clear();
+        desk->Other = Value();
+    }
     Ref<Desk> desk = makeRef<Desk>();
 };
 

@@ -209,6 +209,7 @@ TEST(ScriptValues, GoThroughDateFunctions)
         {"MonthName(13)", "1 5: Invalid procedure call or argument"},
         {"DateSerial(2026, 14, 0)", "Date 1/31/2027"},
         {"DateSerial(29, 1, 1)", "Date 1/1/2029"},
+        {"DateSerial(2026, 1, -2147483647 - 1)", "1 6: Overflow"},
         {"TimeSerial(1, 90, 0)", "Date 2:30:00 AM"},
         {"DateAdd(\"m\", 1, #1/31/2026#)", "Date 2/28/2026"},
         {"DateAdd(\"ww\", -1, #3/7/2026#)", "Date 2/28/2026"},

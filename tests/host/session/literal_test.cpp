@@ -81,8 +81,8 @@ TEST(SqlLiteral, RefusesWhatIsNoneOfItsKind)
         {qmevents::Array::list({}), 5, "13 "},
     };
     for (const auto& [value, kind, number] : cases) {
-        const auto failure =
-            failureOf([&] { sqlLiteral(Dialect::jet, value, static_cast<LiteralKind>(kind)); });
+        const auto failure = failureOf(
+            [&, v = value, k = kind] { sqlLiteral(Dialect::jet, v, static_cast<LiteralKind>(k)); });
         EXPECT_EQ(failure.substr(0, std::string(number).size()), number) << kind << failure;
     }
 }

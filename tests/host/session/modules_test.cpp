@@ -8,7 +8,6 @@
 namespace refhost {
 namespace {
 
-using qmevents::Currency;
 using qmevents::toInt32;
 
 std::string column(const Ref<Object>& items, const char* member)
