@@ -82,29 +82,7 @@ TEST(HostEvents, FailuresGoBackToTheHost)
 TEST(InteractionMenu, OffersAndRunsViewEventForEventsOnly)
 {
     ScriptedHost host;
-    host.answer("WHERE Id = <2:12>", {{"Id",
-                                       "Name",
-                                       "Description",
-                                       "FKLocationId",
-                                       "StartDateTime",
-                                       "EndDateTime",
-                                       "RSVPDateTime",
-                                       "MaxCapacity",
-                                       "MinCapacity",
-                                       "FKCategoryId",
-                                       "FKStatusId",
-                                       "FKCoordinatorId",
-                                       "RevenueGoal",
-                                       "AttendanceGoal",
-                                       "FKFundId",
-                                       "FKCampaignId",
-                                       "FKAppealId",
-                                       "Notes",
-                                       "CreateUser",
-                                       "CreateDate",
-                                       "LastUpdateUser",
-                                       "LastUpdateDate"},
-                                      {std::vector<Value>(22, Value(Null{}))}});
+    host.answer("WHERE Id = <2:12>", testing::eventRow(12));
     const auto send = [&](const char* key, const char* group, Value command) {
         auto menu = puppet("ContextMenu");
         menu->on("AppendItem", [&](std::span<Value> a) {
