@@ -69,9 +69,9 @@ Ref<Object> Interpreter::objectOf(const MemberOf& node)
 Value Interpreter::evaluate(const Indexed& node)
 {
     if (const auto* member = std::get_if<MemberOf>(&node.target->node)) {
-        Ref<Object> object = objectOf(*member);
+        const Ref<Object> object = objectOf(*member);
         CallArguments arguments = prepare(node.arguments);
-        return invoke(std::move(object), member->name, CallKind::method, arguments);
+        return invoke(object, member->name, CallKind::method, arguments);
     }
     const auto* name = std::get_if<Name>(&node.target->node);
     // Inside a function its name is its result, but with arguments it is a call.
