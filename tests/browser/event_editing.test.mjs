@@ -7,7 +7,7 @@ import {
 browserTest("A dialog adds an event and stays open while it is refused", async ({ page }) => {
     await signIn(page, "anna");
     await page.goto("/events/events-view?q=zz");
-    await page.getByText("Nothing matches").waitFor();
+    await page.locator("#empty:visible").waitFor();
     await page.getByRole("button", { name: "Add event" }).click();
     const dialog = dialogPage(page);
     const name = dialog.getByLabel("Event name");
