@@ -7,7 +7,7 @@
 namespace qmevents::com {
 
 /// A class that a host creates by name.
-struct PublicClass {
+struct CreatableClass {
     std::string_view progId; ///< Version-independent: "QMEvents.Workflow".
     std::string_view classId;
     std::string_view description;
@@ -21,7 +21,7 @@ inline constexpr std::string_view typeLibraryId = "96DAB580-9275-4E8D-AC31-9195B
 inline constexpr int typeLibraryMajor = 1;
 inline constexpr int typeLibraryMinor = 0;
 
-inline constexpr PublicClass publicClasses[] = {
+inline constexpr CreatableClass creatableClasses[] = {
     {"QMEvents.Workflow", "88D769E4-F065-40F2-B031-0F9113FA1BA6",
      "Quillmere Events: entry object for the commands"},
     {"QMEvents.Events", "1ED44753-D1BA-4836-8688-D5F6C1D62FE9", "Quillmere Events: root object"},
