@@ -343,7 +343,7 @@ public:
             addCall<B>(std::move(name), function, {}, "Walks the items, for each in turn.",
                        std::index_sequence_for<>());
         member.isMethod = false;
-        members_.setEnumerator(member.name);
+        members_.makeLastEnumerator();
         return *this;
     }
 
@@ -356,7 +356,7 @@ public:
     /// Makes the member described last the one that a bare `object(...)` means.
     Describe& asDefault()
     {
-        members_.setDefault(members_.last().name);
+        members_.makeLastDefault();
         return *this;
     }
     /// The member described last is written by the store alone.

@@ -70,26 +70,38 @@ MemberId Members::id(std::string_view name) const
 
 const Member* Members::find(MemberId id) const
 {
-    if (id == defaultMember) id = default_;
-    if (id == enumeratorMember) id = enumerator_;
-    return id >= 1 && static_cast<std::size_t>(id) <= members_.size()
-               ? &members_[static_cast<std::size_t>(id) - 1]
+    const MemberId slot = id == defaultMember      ? default_
+                          : id == enumeratorMember ? enumerator_
+                                                   : id;
+    return slot >= 1 && static_cast<std::size_t>(slot) <= members_.size()
+               ? &members_[static_cast<std::size_t>(slot) - 1]
                : nullptr;
 }
 
 Member& Members::add(Member member)
 {
-    member.id = static_cast<MemberId>(members_.size()) + 1;
+    member.id = slotCount() + 1;
     ids_.emplace(member.name, member.id);
     return members_.emplace_back(std::move(member));
 }
 
-void Members::setDefault(std::string_view name) { default_ = id(name); }
-
-void Members::setEnumerator(std::string_view name)
+void Members::makeLastDefault()
 {
-    enumerator_ = id(name);
+    default_ = slotCount();
+    giveLast(defaultMember);
+}
+
+void Members::makeLastEnumerator()
+{
+    enumerator_ = slotCount();
+    giveLast(enumeratorMember);
     members_.back().hidden = true;
+}
+
+void Members::giveLast(MemberId id)
+{
+    members_.back().id = id;
+    ids_[members_.back().name] = id;
 }
 
 Value Members::invoke(Object& self, MemberId id, CallKind kind, std::span<Value> arguments) const

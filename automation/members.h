@@ -47,7 +47,7 @@ enum class Marking { none, marksDirty, leavesClean };
 /// page need of it.
 struct Member {
     std::string name;
-    MemberId id = unknownMember;
+    MemberId id = unknownMember; ///< Its slot, counted from 1, or one of the reserved ids.
     std::string documentation;
     MemberType type;
     std::vector<Parameter> parameters;
@@ -86,17 +86,22 @@ public:
     Value invoke(Object& self, MemberId id, CallKind kind, std::span<Value> arguments) const;
 
     Member& add(Member member);
-    void setDefault(std::string_view name);
-    void setEnumerator(std::string_view name); ///< Must be the member added last.
+    /// The member added last is what a bare `object` or `object(index)` means.
+    void makeLastDefault();
+    /// The member added last gives the walk over a collection.
+    void makeLastEnumerator();
     Member& last() { return members_.back(); }
 
 private:
+    MemberId slotCount() const { return static_cast<MemberId>(members_.size()); }
+    void giveLast(MemberId id);
+
     std::string className_;
     std::string documentation_;
-    std::vector<Member> members_; // the member with id n stands at n - 1
+    std::vector<Member> members_; // in slot order: slot n stands at n - 1
     std::unordered_map<std::string, MemberId, text::NameHash, text::NameEqual> ids_;
-    MemberId default_ = unknownMember;
-    MemberId enumerator_ = unknownMember;
+    MemberId default_ = unknownMember;    // its slot
+    MemberId enumerator_ = unknownMember; // its slot
 };
 
 /// An object whose late-bound face is its class's member table.
