@@ -18,10 +18,19 @@ export async function startDialogPage(start) {
         reportFailure(event.reason);
     });
     try {
-        await start(await setUp());
+        const parts = await setUp();
+        showContent();
+        await start(parts);
     } catch (error) {
+        showContent();
         reportFailure(error);
     }
+}
+
+// A form that is not set up yet would lose what is typed and entered into it, so it shows only
+// when `start` is about to attach its handlers.
+function showContent() {
+    document.body.classList.add("started");
 }
 
 async function setUp() {
