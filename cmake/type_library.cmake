@@ -5,9 +5,10 @@
 set(QM_NATIVE_BUILD ${CMAKE_SOURCE_DIR}/build/release CACHE PATH
     "Folder of the native build that the generator of the interface definition comes from")
 
-find_program(WIDL NAMES ${QM_TOOLCHAIN_PREFIX}-widl REQUIRED)
+find_program(WIDL NAMES ${CMAKE_SYSTEM_PROCESSOR}-w64-mingw32-widl REQUIRED)
 # The system's basic types, which every type library refers to; Wine brings them along.
-file(GLOB standard_types /usr/lib/*/wine/${QM_WINE_ARCHITECTURE}-windows/stdole2.tlb)
+string(REPLACE i686 i386 wine_processor ${CMAKE_SYSTEM_PROCESSOR})
+file(GLOB standard_types /usr/lib/*/wine/${wine_processor}-windows/stdole2.tlb)
 if(NOT standard_types)
     message(FATAL_ERROR "stdole2.tlb is missing: install Debian's package libwine")
 endif()
