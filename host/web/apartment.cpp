@@ -30,9 +30,10 @@ void Apartment::waitUntilBegun() { hasBegun_.get(); }
 
 bool Apartment::run(std::function<void()> work)
 {
-    const auto finished = std::make_shared<std::promise<bool>>();
+    auto finished = std::make_shared<std::promise<bool>>();
     auto result = finished->get_future();
-    const bool queued = post([work = std::move(work), finished] {
+    // The queue alone holds the promise: work that is dropped breaks it, which ends the wait.
+    const bool queued = post([work = std::move(work), finished = std::move(finished)] {
         try {
             work();
             finished->set_value(true);
