@@ -124,6 +124,31 @@ std::string replaceAll(std::string_view value, std::string_view from, std::strin
     return result.append(value.substr(at));
 }
 
+std::string escapeMarkup(std::string_view value)
+{
+    std::string escaped;
+    escaped.reserve(value.size());
+    for (const char c : value) {
+        switch (c) {
+        case '&':
+            escaped += "&amp;";
+            break;
+        case '<':
+            escaped += "&lt;";
+            break;
+        case '>':
+            escaped += "&gt;";
+            break;
+        case '"':
+            escaped += "&quot;";
+            break;
+        default:
+            escaped += c;
+        }
+    }
+    return escaped;
+}
+
 std::size_t length(std::string_view value)
 {
     return static_cast<std::size_t>(std::count_if(value.begin(), value.end(), [](char c) {

@@ -20,6 +20,8 @@ bool sameName(std::string_view a, std::string_view b);
 std::string_view trim(std::string_view value);
 /// `value` with every occurrence of `from` replaced by `to`.
 std::string replaceAll(std::string_view value, std::string_view from, std::string_view to);
+/// `value` as text within markup: &, <, > and " written as references.
+std::string escapeMarkup(std::string_view value);
 /// Number of characters (code points) of `value`.
 std::size_t length(std::string_view value);
 

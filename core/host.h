@@ -31,6 +31,8 @@ public:
     {
         return toObject(qmevents::call(utils(), "NewXmlDocument"));
     }
+    /// A new globally unique text.
+    std::string newGuid() const { return toText(qmevents::call(utils(), "GetGuid")); }
     /// Lets the host handle pending input during a long loop.
     void yield() const { qmevents::call(utils(), "DoEvents"); }
     Ref<Object> createObject(const std::string& classId) const

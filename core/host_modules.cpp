@@ -14,6 +14,17 @@ Ref<Object> DonationModule::donationsWhere(const std::string& where,
     return toObject(qmevents::call(all, "GetDonationsBySearch", criteria));
 }
 
+void ActionsModule::addNote(std::int32_t donorId, const std::string& group,
+                            const std::string& reference, const std::string& markup) const
+{
+    const auto note = toObject(call("NewNote"));
+    qmevents::put(note, "DonorId", donorId);
+    qmevents::put(note, "Group", group);
+    qmevents::put(note, "Reference", reference);
+    qmevents::put(note, "Text", markup);
+    qmevents::call(note, "Save");
+}
+
 void ActionsModule::deleteAssignmentsOf(const std::string& entityType, std::int32_t entityId) const
 {
     const auto criteria = toObject(call("NewActionCriteria"));

@@ -32,6 +32,24 @@ public:
     void loadDialog(const std::string& contentFile) const { call("LoadDialog", contentFile); }
 };
 
+/// `App.Modules.donor.MailingManage`, which turns lists of donors into mailings.
+class MailingManage : public HostPart {
+public:
+    using HostPart::HostPart;
+    void openDialog() const { call("OpenMailingDialog"); }
+    /// Adds a donor to the list that `listKey` names; the first one makes the list.
+    void addToList(const std::string& listKey, std::int32_t donorId) const
+    {
+        call("AddToMailingList", listKey, donorId);
+    }
+    void closeDialog() const { call("CloseMailingDialog"); }
+    /// Lets the user go on with a mailing to the list; `source` names the module that it is from.
+    void startProcess(const std::string& source, const std::string& listKey) const
+    {
+        call("StartMailingProcess", source, listKey);
+    }
+};
+
 /// `App.Modules.donor`.
 class DonorModule : public HostPart {
 public:
@@ -47,6 +65,7 @@ public:
         return toObject(qmevents::call(part("DonorManage"), "GetSmallDonor", id));
     }
     Ref<Object> detailsPage() const { return getObject(part("Donors"), "DetailsPage"); }
+    MailingManage mailings() const { return MailingManage(part("MailingManage")); }
 };
 
 /// `App.Modules.Donation`.
@@ -65,7 +84,10 @@ private:
 class ActionsModule : public HostPart {
 public:
     using HostPart::HostPart;
-    Ref<Object> newNote() const { return toObject(call("NewNote")); }
+    /// Adds a note to a donor's history. `group` names the module that it is from, `reference` the
+    /// record there, and `markup` is what it says.
+    void addNote(std::int32_t donorId, const std::string& group, const std::string& reference,
+                 const std::string& markup) const;
     Ref<Object> newReminder() const { return toObject(call("GetNewReminder")); }
     Ref<Object> reminders() const { return part("Reminders"); }
     /// Removes every assignment that refers to the entity with this id.

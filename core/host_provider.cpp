@@ -1,5 +1,6 @@
 #include "core/host_provider.h"
 
+#include "automation/error.h"
 #include "core/host.h"
 
 namespace qmevents {
@@ -25,8 +26,13 @@ bool Provider::hasCode(const std::string& list, std::int32_t id) const
     return false;
 }
 
-std::string literal(Value value, Kind kind)
+std::string literal(Value value, Kind kind, std::string_view name)
 {
+    if (value.isText() && value.text().find('\0') != std::string::npos) {
+        throw Error(ErrorNumber::invalidCall,
+                    "The text" + (name.empty() ? "" : " of " + std::string(name)) +
+                        " holds a NUL character, which cannot be stored.");
+    }
     return host().provider().valueToSql(std::move(value), kind);
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "core/host_part.h"
 
@@ -40,8 +41,9 @@ public:
 };
 
 /// `value` as a literal of the open database; quotes and date marks are the host's choice. Every
-/// value that enters statement text passes through here.
-std::string literal(Value value, Kind kind);
+/// value that enters statement text passes through here. Error 5 for a text with a NUL character,
+/// at which many a host would cut it; `name` tells in the error what the value is.
+std::string literal(Value value, Kind kind, std::string_view name = {});
 
 /// The two texts of a statement that the databases need in different words.
 struct DialectText {

@@ -7,6 +7,13 @@
 
 namespace qmevents {
 
+/// What an operation needs could not be read, which the read has reported; the operation ends
+/// without a further message.
+class AlreadyReported : public Error {
+public:
+    AlreadyReported() : Error(ErrorNumber::objectNotSet) {}
+};
+
 /// Runs an operation that the host or a page called. A failure is reported through the host's
 /// shell, with its message and nothing else, and gives an empty result. A refused lock, which the
 /// host has reported itself, ends quietly.
@@ -18,6 +25,8 @@ auto reported(Operation operation)
         return operation();
     } catch (const LockRefused&) {
         // Told by the host.
+    } catch (const AlreadyReported&) {
+        // Told where it happened.
     } catch (const Error& error) {
         host().shell().errorUnexpected(error.description());
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "core/host_part.h"
 
@@ -17,6 +18,10 @@ public:
     std::string wholeText() const { return toText(get("text")); }
     /// The attribute's text, empty when there is none.
     std::string attribute(const std::string& name) const;
+    void setAttribute(const std::string& name, const std::string& value) const
+    {
+        call("setAttribute", name, value);
+    }
     /// The first node that `path`, an XPath, selects; may be nothing.
     XmlNode first(const std::string& path) const
     {
@@ -33,6 +38,26 @@ public:
         }
     }
 };
+
+/// Builds one of the host's XML documents.
+class XmlWriter {
+public:
+    /// Starts a document whose top element is called `name`.
+    explicit XmlWriter(const std::string& name);
+    XmlNode top() const;
+    /// A new element at the end of `parent`.
+    XmlNode append(const XmlNode& parent, const std::string& name) const;
+    /// A new element with `text` in it, which may hold anything that `textFault` lets pass.
+    void append(const XmlNode& parent, const std::string& name, const std::string& text) const;
+    /// The document as text.
+    std::string text() const;
+
+private:
+    Ref<Object> document_;
+};
+
+/// Why no XML document can hold `text`, as words about it; empty when one can.
+std::string textFault(std::string_view text);
 
 /// A new XML document of the host that selects by XPath and loads synchronously.
 Ref<Object> newXmlDocument();

@@ -4,10 +4,16 @@
 
 #include "model/entity.h"
 #include "model/event_reservation_activity.h"
-#include "model/late_collection.h"
+#include "model/stored_fields.h"
 #include "model/typed_collection.h"
 
 namespace qmevents {
+
+/// How the units of an activity are counted.
+namespace activityQuantity {
+constexpr std::int16_t limited = 0; ///< No more can be reserved than there are.
+constexpr std::int16_t counted = 1;
+} // namespace activityQuantity
 
 /// One thing that can be reserved at an event: a ticket, a table, a sponsorship. Its audit fields
 /// mark it dirty too, unlike those of all other records.
@@ -50,8 +56,7 @@ public:
 
 private:
     friend class StoreAccess;
-    LateCollection fields_;
-    std::string storedFields_; // the document behind the fields, as it was loaded
+    StoredFields fields_;
     Ref<cEventReservationActivities> reservations_;
 };
 

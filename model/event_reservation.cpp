@@ -1,5 +1,7 @@
 #include "model/event_reservation.h"
 
+#include <map>
+
 #include "automation/error.h"
 #include "core/host.h"
 #include "model/event_source.h"
@@ -96,13 +98,36 @@ std::string cEventReservation::displayName() const
     return Description->empty() ? EventName : Description.get();
 }
 
+void cEventReservations::fetchLines() const
+{
+    const auto isMissing = [](const cEventReservation& one) {
+        return !one.ActivitiesLoaded() && !one.IsNew();
+    };
+    if (eventId_ == 0 || countIf(isMissing) < 2) return;
+    const auto all = EventSource::ofRoot().GetEventReservationActivities({}, eventId_);
+    if (!all) throw Error::with(ErrorNumber::objectNotSet, "the event's lines were not read");
+    std::map<std::int32_t, Ref<cEventReservationActivities>> byReservation;
+    all->each([&](const Ref<cEventReservationActivity>& line) {
+        auto& lines = byReservation[line->FKReservationId];
+        if (!lines) lines = makeRef<cEventReservationActivities>();
+        lines->add(line);
+    });
+    each([&](const Ref<cEventReservation>& one) {
+        if (!isMissing(*one)) return;
+        auto& lines = byReservation[one->Id()];
+        one->activities_ = lines ? lines : makeRef<cEventReservationActivities>();
+    });
+}
+
 Currency cEventReservations::TotalExpected() const
 {
+    fetchLines();
     return sum([](cEventReservation& one) { return one.lines().TotalExpected(); });
 }
 
 Currency cEventReservations::TotalSponsorship() const
 {
+    fetchLines();
     return sum([](cEventReservation& one) { return one.lines().TotalSponsorship(); });
 }
 
@@ -113,6 +138,7 @@ Currency cEventReservations::TotalPaid() const
 
 std::int32_t cEventReservations::TotalActivities() const
 {
+    fetchLines();
     std::set<std::int32_t> activityIds;
     each([&](const auto& one) { one->lines().gatherActivities(activityIds); });
     return static_cast<std::int32_t>(activityIds.size());

@@ -38,6 +38,8 @@ public:
     std::string displayName() const;
 
 private:
+    friend class StoreAccess;
+    friend class cEventReservations;
     Ref<cEventReservationActivities> activities_;
     Ref<Object> payments_;
 };
@@ -52,6 +54,13 @@ public:
     Currency TotalSponsorship() const;
     Currency TotalPaid() const; ///< Sum of `AmountPaid`; donations are left out on purpose.
     std::int32_t TotalActivities() const; ///< Number of distinct activities reserved.
+
+private:
+    friend class StoreAccess;
+    // Fetches the lines of all reservations of an event at once where several are missing.
+    void fetchLines() const;
+
+    std::int32_t eventId_ = 0; // whose reservations these are; 0 when they are not all of one event
 };
 
 } // namespace qmevents

@@ -99,6 +99,11 @@ void cEventReservationActivity::CopyFrom(const Ref<cEventReservationActivity>& M
     Quantity = master.Quantity;
     Notes = master.Notes.get();
 
+    markDirty();
+    if (master.values_.isUnread()) {
+        values_ = master.values_;
+        return;
+    }
     auto values = makeRef<Collection>();
     master.values_.each<cEventReservationActivityField>([&](const auto& value) {
         auto copy = makeRef<cEventReservationActivityField>();
@@ -107,8 +112,7 @@ void cEventReservationActivity::CopyFrom(const Ref<cEventReservationActivity>& M
         copy->Value = value->Value;
         appendValue(*values, copy);
     });
-    setReservationFieldValues(values);
-    storedValues_ = master.storedValues_;
+    values_.set(std::move(values));
 }
 
 Currency cEventReservationActivities::TotalExpected() const

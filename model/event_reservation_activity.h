@@ -4,7 +4,7 @@
 #include <set>
 
 #include "model/entity.h"
-#include "model/late_collection.h"
+#include "model/stored_fields.h"
 #include "model/typed_collection.h"
 
 namespace qmevents {
@@ -61,8 +61,7 @@ private:
     std::string activityName_;
     std::optional<bool> sponsorship_;
     mutable std::optional<KnownActivity> activity_;
-    LateCollection values_;
-    std::string storedValues_; // the document behind the values, as it was loaded
+    StoredFields values_;
 };
 
 /// Reservation lines under their keys.

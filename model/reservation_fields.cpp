@@ -89,8 +89,7 @@ void cEventActivityReservationField::CopyFrom(const Ref<cEventActivityReservatio
     DefaultValue = Master->DefaultValue;
     isVisible = Master->isVisible;
     listItems_.set({});
-    Master->listItems_.each<cEventActivityReservationItem>(
-        [this](const auto& item) { AddListItem(item->Name, item->Visible); });
+    Master->eachListItem([this](const auto& item) { AddListItem(item.Name, item.Visible); });
 }
 
 void appendValue(Collection& values, const Ref<cEventReservationActivityField>& value)

@@ -36,6 +36,12 @@ public:
     /// Adds a choice. When there is one of this name already, it stays and `Duplicate` becomes
     /// True; else `Duplicate` is left as it was.
     void AddListItem(const std::string& name, bool visible, bool* Duplicate = nullptr);
+    /// Calls `visit` with each choice.
+    template <typename Visit>
+    void eachListItem(Visit visit) const
+    {
+        listItems_.each<cEventActivityReservationItem>([&](const auto& item) { visit(*item); });
+    }
     /// "Textbox", "Dropdown List" and so on; empty for 5, which has no name on purpose.
     std::string FieldTypeString() const;
     /// Makes this field a copy of `Master`, with choices of its own.

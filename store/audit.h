@@ -18,6 +18,14 @@ void addAuditColumns(std::vector<Column<C>>& columns)
         column<C>("LastUpdateDate", Kind::date, &C::LastUpdateDate, Written::onUpdate));
 }
 
+/// The table of a record with audit columns behind its own.
+template <typename C>
+Table<C> audited(std::string name, std::vector<Column<C>> columns)
+{
+    addAuditColumns(columns);
+    return Table<C>(std::move(name), std::move(columns));
+}
+
 /// Puts the current user and the present moment into the audit fields that a save writes: those of
 /// the creation for a new record, else those of the update.
 template <typename C>
@@ -30,6 +38,21 @@ void stampAudit(C& record)
     } else {
         record.LastUpdateUser = user;
         record.LastUpdateDate = Clock::now();
+    }
+}
+
+/// Writes the record's row: inserted under a key of the database's for a new record, else rewritten
+/// whole. The record stays dirty until all that belongs to it is written.
+template <typename C>
+void writeRow(const Table<C>& table, C& record)
+{
+    stampAudit(record);
+    const Document document = host().document();
+    if (record.IsNew()) {
+        document.execute(table.insertText(record));
+        StoreAccess::markInserted(record, newIdentity());
+    } else {
+        document.execute(table.updateText(record, "Id", record.Id()));
     }
 }
 

@@ -1,8 +1,6 @@
 // Deleting an event with everything that belongs to it.
-#include <set>
-
-#include "core/record_reader.h"
 #include "core/reporting.h"
+#include "store/donations.h"
 #include "store/events_manage.h"
 #include "store/refusals.h"
 
@@ -22,23 +20,12 @@ void deleteDonations(std::int32_t eventId)
 {
     if (!isValidId(eventId, "event donations", "Eventid")) return;
     const std::string id = std::to_string(eventId);
-    const std::string queries[] = {
-        "SELECT Id FROM donor_gifts WHERE FKEventId= " + id,
-        "SELECT donor_gifts.Id FROM donor_gifts INNER JOIN events_event_reservations "
-        "ON donor_gifts.FKReservationId = events_event_reservations.Id "
-        "WHERE donor_gifts.FKReservationId <> 0 AND events_event_reservations.FKEventId= " +
-            id};
-    // A gift may be linked to the event and to one of its reservations; it is deleted once.
-    std::set<std::int32_t> done;
-    for (const auto& query : queries) {
-        std::vector<std::int32_t> gifts;
-        for (RecordReader rows(query); !rows.atEnd(); rows.next()) {
-            gifts.push_back(toInt32(rows.firstColumn().value()));
-        }
-        for (const std::int32_t gift : gifts) {
-            if (done.insert(gift).second) host().modules().donation().deleteDonation(gift);
-        }
-    }
+    deleteDonationsOf(
+        {"SELECT Id FROM donor_gifts WHERE FKEventId= " + id,
+         "SELECT donor_gifts.Id FROM donor_gifts INNER JOIN events_event_reservations "
+         "ON donor_gifts.FKReservationId = events_event_reservations.Id "
+         "WHERE donor_gifts.FKReservationId <> 0 AND events_event_reservations.FKEventId= " +
+             id});
 }
 
 void unlinkDonations(std::int32_t eventId)

@@ -68,6 +68,13 @@ Ref<cEvents> readEvents(const cEventsCriteria& criteria)
 
 } // namespace
 
+Ref<cEvent> findEvent(std::int32_t id)
+{
+    cEventsCriteria criteria;
+    criteria.EventId = id;
+    return readOne(searchText(criteria), eventTable());
+}
+
 Ref<cEventsCriteria> EventsManage::GetNewEventsCriteria() { return makeRef<cEventsCriteria>(); }
 
 Ref<cEvent> EventsManage::GetNewEvent()
@@ -86,10 +93,7 @@ Ref<cEvent> EventsManage::GetEvent(std::int32_t EventId)
                 std::to_string(EventId) + ")");
             return {};
         }
-        cEventsCriteria criteria;
-        criteria.EventId = EventId;
-        const auto events = readEvents(criteria);
-        return events->Count() > 0 ? refCast<cEvent>(toObject(events->Item(1))) : Ref<cEvent>();
+        return findEvent(EventId);
     });
 }
 

@@ -9,12 +9,8 @@
 namespace qmevents {
 namespace {
 
-struct DateRule {
-    bool (*broken)(const cEvent&);
-    const char* message;
-};
 // The event's own rules, in the order in which they are tested.
-constexpr DateRule ownRules[] = {
+constexpr Rule<cEvent> ownRules[] = {
     {[](const cEvent& e) { return text::trim(e.Name.get()).empty(); },
      "The event name is required."},
     {[](const cEvent& e) { return !e.StartDateTime.get().hasDate(); },
@@ -51,18 +47,6 @@ constexpr ListRule listRules[] = {
      "event coordinator"},
 };
 
-void refuse(const std::string& message) { host().shell().errorUser(message); }
-
-bool ownRulesHold(const cEvent& event)
-{
-    for (const auto& rule : ownRules) {
-        if (!rule.broken(event)) continue;
-        refuse(rule.message);
-        return false;
-    }
-    return true;
-}
-
 bool listItemsExist(const cEvent& event)
 {
     const auto lists = listManage();
@@ -80,11 +64,8 @@ bool listItemsExist(const cEvent& event)
 bool EventsManage::ValidateEvent(const Ref<cEvent>& EventObject)
 {
     return reported([&] {
-        if (!EventObject) {
-            host().shell().errorUnexpected("The Validate method requires a valid event object");
-            return false;
-        }
-        return ownRulesHold(*EventObject) && listItemsExist(*EventObject) &&
+        if (!isGivenTo(bool(EventObject), "Validate", "event object")) return false;
+        return rulesHold(ownRules, *EventObject) && listItemsExist(*EventObject) &&
                codesExist(EventObject->FKFundId, EventObject->FKCampaignId,
                           EventObject->FKAppealId);
     });
@@ -94,25 +75,15 @@ bool EventsManage::UpdateEvent(const Ref<cEvent>& EventObject, bool Validate, bo
 {
     return reported([&] {
         if (!mayUpdateEvents()) return false;
-        if (!EventObject) {
-            host().shell().errorUnexpected("The UpdateEvent method requires a valid event object");
-            return false;
-        }
+        if (!isGivenTo(bool(EventObject), "UpdateEvent", "event object")) return false;
         cEvent& event = *EventObject;
         std::optional<RecordLock> lock;
         if (!event.IsNew()) lock.emplace(lockEvent(event.Id()));
         if (Validate && !ValidateEvent(EventObject)) return false;
 
-        const Document document = host().document();
-        stampAudit(event);
-        if (event.IsNew()) {
-            document.execute(eventTable().insertText(event));
-            StoreAccess::setId(event, newIdentity());
-        } else {
-            document.execute(eventTable().updateText(event, "Id", event.Id()));
-        }
+        writeRow(eventTable(), event);
         StoreAccess::markStored(event);
-        if (ForceUpdate) document.forceUpdate();
+        if (ForceUpdate) host().document().forceUpdate();
         return true;
     });
 }

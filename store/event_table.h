@@ -7,5 +7,7 @@ namespace qmevents {
 
 /// The table of events, `events_event_info`.
 const Table<cEvent>& eventTable();
+/// The event, or nothing. A failure is thrown, where the store's own read reports it.
+Ref<cEvent> findEvent(std::int32_t id);
 
 } // namespace qmevents

@@ -1,30 +1,32 @@
 #include "store/events_manage.h"
 
 #include "core/context.h"
-#include "core/reporting.h"
 
 namespace qmevents {
 
 Ref<EventsManage> eventsManage() { return rootPart<EventsManage>("EventsManage"); }
 
-bool EventsManage::IsValidEventAction(std::int32_t EventId, EventsActions Action,
-                                      std::string* errormessage, Ref<cEvent>* EventObject)
+Ref<Object> EventsManage::childrenOf(EventChild child, std::int32_t eventId)
 {
-    static constexpr EventsActions accepted[] = {EventsActions::Create, EventsActions::Edit,
-                                                 EventsActions::View, EventsActions::Delete,
-                                                 EventsActions::Copy};
-    static const ActionRules rules{"event", accepted};
-    return reported([&] {
-        if (!acceptsAction(rules, Action)) return false;
-        auto event = EventId == 0 ? Ref<cEvent>() : GetEvent(EventId);
-        const ActionAnswer answer = judgeAction(rules, Action, static_cast<bool>(event));
-        if (!answer.valid) {
-            if (errormessage) *errormessage = answer.message;
-            return false;
-        }
-        if (EventObject) *EventObject = Action == EventsActions::Create ? GetNewEvent() : event;
-        return true;
-    });
+    switch (child) {
+    case EventChild::activities:
+        return GetEventActivities(eventId);
+    case EventChild::participants:
+        return GetEventParticipants(eventId);
+    case EventChild::participantInvitationGroups:
+        return GetEventParticipantInvitationGroups(eventId);
+    case EventChild::expenses:
+        return GetEventExpenses(eventId);
+    case EventChild::reservations:
+        return GetEventReservations(eventId);
+    case EventChild::reservationActivities:
+        return GetEventReservationActivities({}, eventId);
+    case EventChild::sponsorships:
+        return GetEventSponsorships(eventId);
+    case EventChild::tasks:
+        return GetEventTasks(eventId);
+    }
+    return {};
 }
 
 } // namespace qmevents

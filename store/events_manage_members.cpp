@@ -22,9 +22,54 @@ void describeEvents(Describe<C>& table)
         .method("DeleteEvent", &C::DeleteEvent, {arg("EventId"), arg("DeleteAssociations")},
                 "Deletes the event and all that belongs to it; its gifts too, or else they are "
                 "unlinked.")
-        .method("IsValidEventAction", &C::IsValidEventAction,
-                {arg("EventId"), arg("Action"), optional("errormessage"), optional("EventObject")},
-                "Whether an action on the event makes sense now.");
+        .method("DeleteDonorFromEvents", &C::DeleteDonorFromEvents,
+                {arg("DonorId"), arg("DeleteDonations")},
+                "Removes every trace of a donor from all events.")
+        .method("StartEventMailingProcess", &C::StartEventMailingProcess,
+                {arg("EventId"), arg("EventMailingType"), optional("ParticipantStatuses", ""),
+                 optional("InvitationGroups", Value()),
+                 optional("EventReservationSponsorship", false),
+                 optional("EventReservationNonSponsorship", false),
+                 optional("EventActivityIds", "")},
+                "Starts a mailing to a part of the event's people: by status (1), by activity (2), "
+                "by sponsorship (3) or by invitation group (4).");
+}
+
+// Each operation judges an action on one kind of record.
+template <typename R>
+void judges(Describe<C>& table, const std::string& thing,
+            bool (C::*operation)(std::int32_t, EventsActions, std::string*, Ref<R>*))
+{
+    table.method(
+        "IsValid" + thing + "Action", operation,
+        {arg(thing + "Id"), arg("Action"), optional("errormessage"), optional(thing + "Object")},
+        "Whether an action on the record makes sense now; gives the reason or the "
+        "record.");
+}
+
+void describeActions(Describe<C>& table)
+{
+    judges(table, "Event", &C::IsValidEventAction);
+    judges(table, "EventReservation", &C::IsValidEventReservationAction);
+    judges(table, "EventActivity", &C::IsValidEventActivityAction);
+    judges(table, "EventExpense", &C::IsValidEventExpenseAction);
+    judges(table, "EventParticipant", &C::IsValidEventParticipantAction);
+    judges(table, "EventTask", &C::IsValidEventTaskAction);
+    table.method("EventActivityInUse", &C::EventActivityInUse,
+                 {arg("EventId"), arg("EventActivityId")},
+                 "Whether a reservation line uses the activity.");
+}
+
+// Saving and validating, told in the same words for every kind of record.
+template <typename R>
+void saves(Describe<C>& table, const std::string& thing, bool (C::*update)(const Ref<R>&, bool),
+           bool (C::*validate)(const Ref<R>&))
+{
+    table
+        .method("Update" + thing, update, {arg(thing), optional("Validate", true)},
+                "Writes the record and what is saved with it; True when it was written.")
+        .method("Validate" + thing, validate, {arg(thing)},
+                "True when all rules hold; else the first broken one has been shown.");
 }
 
 void describeActivities(Describe<C>& table)
@@ -35,7 +80,13 @@ void describeActivities(Describe<C>& table)
         .method("GetEventActivity", &C::GetEventActivity, {arg("EventActivityId")},
                 "The activity, or Nothing.")
         .method("GetNewEventActivity", &C::GetNewEventActivity, {optional("EventId", 0)},
-                "A new activity of the event.");
+                "A new activity of the event.")
+        .method("GetNewEventActivityReservationField", &C::GetNewEventActivityReservationField,
+                "A new reservation field, not yet part of an activity.")
+        .method("DeleteEventActivity", &C::DeleteEventActivity,
+                {arg("EventId"), arg("EventActivityId")},
+                "Deletes the activity and the reservation lines that use it.");
+    saves(table, "EventActivity", &C::UpdateEventActivity, &C::ValidateEventActivity);
 }
 
 void describeParticipants(Describe<C>& table)
@@ -55,8 +106,18 @@ void describeParticipants(Describe<C>& table)
         .method("GetNewEventParticipants", &C::GetNewEventParticipants,
                 "An empty collection of participants.")
         .method("GetNewEventParticipant", &C::GetNewEventParticipant,
-                {optional("EventId", 0), optional("DonorId", 0)},
-                "A new participant of the event.");
+                {optional("EventId", 0), optional("DonorId", 0)}, "A new participant of the event.")
+        .method("UpdateEventParticipant", &C::UpdateEventParticipant, {arg("EventParticipant")},
+                "Writes the participant and replaces its invitation groups.")
+        .method("ValidateEventParticipant", &C::ValidateEventParticipant, {arg("EventParticipant")},
+                "True when all rules hold; else the first broken one has been shown.")
+        .method("AddEventParticipants", &C::AddEventParticipants,
+                {arg("EventId"), arg("EventParticipants")},
+                "Saves a collection of new participants of the event.")
+        .method("DeleteEventParticipant", &C::DeleteEventParticipant,
+                {arg("EventId"), arg("EventParticipantId"), optional("AddDeleteInteraction", true),
+                 optional("LockEvent", true)},
+                "Deletes the participant with its memberships in invitation groups.");
 }
 
 void describeReservations(Describe<C>& table)
@@ -86,7 +147,19 @@ void describeReservations(Describe<C>& table)
         .method("GetNewEventReservation", &C::GetNewEventReservation, {optional("EventId", 0)},
                 "A new reservation at the event.")
         .method("GetNewEventReservationActivity", &C::GetNewEventReservationActivity,
-                "A new reservation line.");
+                "A new reservation line.")
+        .method("GetNewEventReservationActivityField", &C::GetNewEventReservationActivityField,
+                "A new value of a reservation field, not yet part of a line.")
+        .method("DeleteEventReservation", &C::DeleteEventReservation,
+                {arg("EventId"), arg("EventReservationId"), optional("AddDeleteInteraction", true),
+                 optional("LockEvent", true), optional("DeleteDonations", false)},
+                "Deletes the reservation with its lines; its gifts too, or else they are "
+                "unlinked.")
+        .method("DeleteEventReservationActivity", &C::DeleteEventReservationActivity,
+                {arg("EventId"), arg("EventReservationActivityId")}, "Deletes a reservation line.");
+    saves(table, "EventReservation", &C::UpdateEventReservation, &C::ValidateEventReservation);
+    saves(table, "EventReservationActivity", &C::UpdateEventReservationActivity,
+          &C::ValidateEventReservationActivity);
 }
 
 void describeExpensesAndTasks(Describe<C>& table)
@@ -105,7 +178,13 @@ void describeExpensesAndTasks(Describe<C>& table)
                 "condition on the due date in SQL.")
         .method("GetEventTask", &C::GetEventTask, {arg("EventTaskId")}, "The task, or Nothing.")
         .method("GetNewEventTask", &C::GetNewEventTask, {optional("EventId", 0)},
-                "A new task of the event.");
+                "A new task of the event.")
+        .method("DeleteEventExpense", &C::DeleteEventExpense,
+                {arg("EventId"), arg("EventExpenseId")}, "Deletes the expense.")
+        .method("DeleteEventTask", &C::DeleteEventTask, {arg("EventId"), arg("EventTaskId")},
+                "Deletes the task.");
+    saves(table, "EventExpense", &C::UpdateEventExpense, &C::ValidateEventExpense);
+    saves(table, "EventTask", &C::UpdateEventTask, &C::ValidateEventTask);
 }
 
 } // namespace
@@ -114,6 +193,7 @@ const Members& EventsManage::members() const
 {
     static const Members table = describe<C>("The event store.")
                                      .with(describeEvents)
+                                     .with(describeActions)
                                      .with(describeActivities)
                                      .with(describeParticipants)
                                      .with(describeReservations)

@@ -39,15 +39,18 @@ Ref<T> loadItem(const LookupList<T>& list, const RecordReader::Column& id,
 }
 
 template <typename T>
+Ref<T> findItem(const LookupList<T>& list, std::int32_t id)
+{
+    const RecordReader row("SELECT * FROM " + list.table.name() + " WHERE " + list.identity +
+                           " = " + literal(id, Kind::number));
+    if (row.atEnd()) return {};
+    return loadItem(list, row.column(list.identity), typename Table<T>::Loader(list.table, row));
+}
+
+template <typename T>
 Ref<T> readItem(const LookupList<T>& list, std::int32_t id)
 {
-    return reported([&]() -> Ref<T> {
-        const RecordReader row("SELECT * FROM " + list.table.name() + " WHERE " + list.identity +
-                               " = " + literal(id, Kind::number));
-        if (row.atEnd()) return {};
-        return loadItem(list, row.column(list.identity),
-                        typename Table<T>::Loader(list.table, row));
-    });
+    return reported([&] { return findItem(list, id); });
 }
 
 std::string inOrder(const std::string& select, bool includeHidden)
@@ -168,6 +171,11 @@ bool updateItems(const LookupList<T>& list, const Ref<Items>& items)
 }
 
 } // namespace
+
+Ref<cEventInvitationGroup> findInvitationGroup(std::int32_t id)
+{
+    return findItem(invitationGroupList(), id);
+}
 
 Ref<ListManage> listManage() { return rootPart<ListManage>("ListManage"); }
 

@@ -53,6 +53,9 @@ public:
     bool UpdateEventInvitationGroups(const Ref<cEventInvitationGroups>& EventInvitationGroups);
 };
 
+/// The invitation group, or nothing. A failure is thrown, where the list store reports it.
+Ref<cEventInvitationGroup> findInvitationGroup(std::int32_t id);
+
 /// The list store behind the add-in's root object.
 Ref<ListManage> listManage();
 

@@ -79,20 +79,26 @@ EventsManage::GetEventParticipants(const std::optional<std::int32_t>& EventId,
     });
 }
 
+Ref<cEventParticipant> findParticipant(std::int32_t id)
+{
+    return readOne("SELECT * FROM events_event_participants eep WHERE eep.Id = " +
+                       literal(id, Kind::number),
+                   participantTable());
+}
+
 Ref<cEventParticipant>
 EventsManage::GetEventParticipant(const std::optional<std::int32_t>& EventParticipantId,
                                   const std::optional<std::int32_t>& EventId,
                                   const std::optional<std::int32_t>& DonorId)
 {
     return reported([&] {
-        Statement statement("SELECT * FROM events_event_participants eep");
-        if (!isGiven(EventParticipantId) && isGiven(EventId)) {
-            statement.where("eep.FKEventId = " + literal(*EventId, Kind::key))
-                .where("eep.FKDonorId = " + literal(DonorId.value_or(0), Kind::key));
-        } else {
-            statement.where("eep.Id = " + literal(EventParticipantId.value_or(0), Kind::number));
+        if (isGiven(EventParticipantId) || !isGiven(EventId)) {
+            return findParticipant(EventParticipantId.value_or(0));
         }
-        return readOne(statement.text(), participantTable());
+        return readOne("SELECT * FROM events_event_participants eep WHERE eep.FKEventId = " +
+                           literal(*EventId, Kind::key) +
+                           " AND eep.FKDonorId = " + literal(DonorId.value_or(0), Kind::key),
+                       participantTable());
     });
 }
 

@@ -28,6 +28,21 @@ bool mayDeleteEvents()
     return isAllowed("events/delete", "delete an event", "Not Authorized To Delete Event");
 }
 
+bool maySendMailings()
+{
+    return isAllowed("mailings/send", "send mailings", "Not Authorized To Send Mailings");
+}
+
+void refuse(const std::string& message) { host().shell().errorUser(message); }
+
+bool isGivenTo(bool given, const std::string& method, const std::string& what)
+{
+    if (!given) {
+        host().shell().errorUnexpected("The " + method + " method requires a valid " + what);
+    }
+    return given;
+}
+
 std::string noLongerExists(const std::string& item)
 {
     return "The selected " + item + " no longer exists." + lineBreak + deletedByAnotherUser;
@@ -43,7 +58,7 @@ bool codesExist(std::int32_t fundId, std::int32_t campaignId, std::int32_t appea
                             {appealId, "giftsource", "appeal"}};
     for (const auto& [id, list, item] : references) {
         if (id == 0 || host().provider().hasCode(list, id)) continue;
-        host().shell().errorUser(noLongerExists(item));
+        refuse(noLongerExists(item));
         return false;
     }
     return true;

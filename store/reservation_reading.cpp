@@ -109,7 +109,7 @@ EventsManage::GetEventReservations(const std::optional<std::int32_t>& EventId,
     return reported([&] {
         const bool byDonor = isGiven(DonorId) && !isGiven(EventId);
         const std::int32_t key = byDonor ? *DonorId : EventId.value_or(0);
-        return readAll<cEventReservations>(
+        const auto reservations = readAll<cEventReservations>(
             std::string("SELECT events_event_reservations.*, events_event_info.Name As EventName, "
                         "events_event_info.FKStatusId As EventFKStatusId "
                         "FROM events_event_reservations LEFT JOIN events_event_info "
@@ -117,16 +117,21 @@ EventsManage::GetEventReservations(const std::optional<std::int32_t>& EventId,
                 (byDonor ? "FKDonorId=" : "FKEventId=") + literal(key, Kind::key) + " ORDER BY " +
                 (OrderBy.empty() ? "ReservationDate DESC" : OrderBy),
             reservationTable(), &eventColumns());
+        if (!byDonor) StoreAccess::setEvent(*reservations, key);
+        return reservations;
     });
+}
+
+Ref<cEventReservation> findReservation(std::int32_t id)
+{
+    return readOne("SELECT * FROM events_event_reservations eer WHERE eer.Id = " +
+                       literal(id, Kind::number),
+                   reservationTable());
 }
 
 Ref<cEventReservation> EventsManage::GetEventReservation(std::int32_t EventReservationId)
 {
-    return reported([&] {
-        return readOne("SELECT * FROM events_event_reservations eer WHERE eer.Id = " +
-                           literal(EventReservationId, Kind::number),
-                       reservationTable());
-    });
+    return reported([&] { return findReservation(EventReservationId); });
 }
 
 Ref<cEventReservationActivities>
@@ -161,20 +166,24 @@ EventsManage::GetEventReservationActivity(std::int32_t EventReservationActivityI
     });
 }
 
+Ref<cEventReservationActivities> findLinesOfActivity(std::int32_t activityId,
+                                                     const std::string& orderBy)
+{
+    Statement statement(
+        "SELECT eera.*, eer.FKDonorId, dd.Id As DonorIdCheck, dd.Display As DonorName "
+        "FROM ((events_event_reservations_activities eera "
+        "INNER JOIN events_event_reservations eer ON eera.FKReservationId = eer.id) "
+        "LEFT JOIN donor_donors dd ON eer.FKDonorId = dd.Id) WHERE FKActivityId=" +
+        literal(activityId, Kind::key));
+    if (!orderBy.empty()) statement.add("ORDER BY " + orderBy);
+    return readAll<cEventReservationActivities>(statement.text(), reservationActivityTable(),
+                                                &columnsByActivity());
+}
+
 Ref<cEventReservationActivities>
 EventsManage::GetEventActivityReservations(std::int32_t ActivityId, const std::string& OrderBy)
 {
-    return reported([&] {
-        Statement statement(
-            "SELECT eera.*, eer.FKDonorId, dd.Id As DonorIdCheck, dd.Display As DonorName "
-            "FROM ((events_event_reservations_activities eera "
-            "INNER JOIN events_event_reservations eer ON eera.FKReservationId = eer.id) "
-            "LEFT JOIN donor_donors dd ON eer.FKDonorId = dd.Id) WHERE FKActivityId=" +
-            literal(ActivityId, Kind::key));
-        if (!OrderBy.empty()) statement.add("ORDER BY " + OrderBy);
-        return readAll<cEventReservationActivities>(statement.text(), reservationActivityTable(),
-                                                    &columnsByActivity());
-    });
+    return reported([&] { return findLinesOfActivity(ActivityId, OrderBy); });
 }
 
 Ref<cEventReservationActivities> EventsManage::GetEventSponsorships(std::int32_t EventId)

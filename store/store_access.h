@@ -6,7 +6,7 @@
 #include "model/entity.h"
 #include "model/event_activity.h"
 #include "model/event_participant.h"
-#include "model/event_reservation_activity.h"
+#include "model/event_reservation.h"
 #include "model/lookup_items.h"
 
 namespace qmevents {
@@ -34,6 +34,13 @@ public:
         entity.isNew_ = true;
         entity.isDirty_ = false;
     }
+    /// A record whose row has been inserted under `id`; what belongs to it may still be unwritten.
+    static void markInserted(Entity& entity, std::int32_t id)
+    {
+        entity.id_ = id;
+        entity.isNew_ = false;
+        entity.isDirty_ = true;
+    }
     /// A record as it stands in the database: after loading or saving.
     static void markStored(Entity& entity)
     {
@@ -49,26 +56,18 @@ public:
         participant.name_ = std::move(name);
     }
 
-    /// The fields of an activity, or the values of a line, with the document that they came from.
-    static void loadFields(cEventActivity& activity, Ref<Collection> fields, std::string document)
+    /// The fields of an activity, or the values of a line, which stand in a document.
+    static StoredFields& fields(cEventActivity& activity) { return activity.fields_; }
+    static StoredFields& fields(cEventReservationActivity& line) { return line.values_; }
+    static const StoredFields& fields(const cEventActivity& activity) { return activity.fields_; }
+    static const StoredFields& fields(const cEventReservationActivity& line)
     {
-        activity.fields_.set(std::move(fields));
-        activity.storedFields_ = std::move(document);
+        return line.values_;
     }
-    static void loadFields(cEventReservationActivity& line, Ref<Collection> values,
-                           std::string document)
+    /// Tells the collection that it holds the reservations of this one event.
+    static void setEvent(cEventReservations& reservations, std::int32_t eventId)
     {
-        line.values_.set(std::move(values));
-        line.storedValues_ = std::move(document);
-    }
-    /// The document as it was loaded.
-    static const std::string& storedFields(const cEventActivity& activity)
-    {
-        return activity.storedFields_;
-    }
-    static const std::string& storedFields(const cEventReservationActivity& line)
-    {
-        return line.storedValues_;
+        reservations.eventId_ = eventId;
     }
 };
 
