@@ -26,6 +26,8 @@ constexpr const char* paymentIndexes[] = {"giftId", "FKFund", "FKMatch"};
 constexpr const char* assigneeIndexes[] = {"FKuserId"};
 constexpr const char* assignmentIndexes[] = {"entityid", "FKAssignedToId"};
 constexpr const char* interactionIndexes[] = {"FKDonorId"};
+constexpr const char* mailingListIndexes[] = {"listkey"};
+constexpr const char* mailingDonorIndexes[] = {"FKListId", "FKDonorId"};
 constexpr const char* reminderIndexes[] = {"entityid", "FKuserId"};
 
 // The tables that both dialects reach, in the words of one of them: what is declared is the same.
@@ -66,6 +68,13 @@ constexpr HostTable documentTables[] = {
      "id COUNTER PRIMARY KEY, entitytype TEXT(50), entityid LONG DEFAULT 0, "
      "FKuserId LONG NOT NULL, subject TEXT(255), duedate DATETIME, created DATETIME",
      reminderIndexes},
+    {"mailing_lists",
+     "id COUNTER PRIMARY KEY, listkey TEXT(100) NOT NULL, source TEXT(100), "
+     "FKuserId LONG DEFAULT 0, created DATETIME",
+     mailingListIndexes},
+    {"mailing_list_donors",
+     "id COUNTER PRIMARY KEY, FKListId LONG NOT NULL, FKDonorId LONG NOT NULL",
+     mailingDonorIndexes},
 };
 
 // What no statement of a script or add-in may touch.

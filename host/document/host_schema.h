@@ -7,7 +7,7 @@
 namespace refhost {
 
 /// Creates the host's own tables where they are absent: donors, gifts and their lists, actions,
-/// users, rights, preferences and settings. Tables that exist are left as they are.
+/// mailing lists, users, rights, preferences and settings. Tables that exist are left as they are.
 void createHostTables(const std::shared_ptr<Database>& database);
 
 } // namespace refhost

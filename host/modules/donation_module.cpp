@@ -50,7 +50,8 @@ const Members& Donations::members() const
                     "New criteria that all donations satisfy.")
             .method("GetDonationsBySearch", &Donations::GetDonationsBySearch, {arg("Criteria")},
                     "The payments of the gifts that satisfy the criteria.")
-            .method("Delete", &Donations::Delete, {arg("Id")}, "Marks a gift deleted.");
+            .method("Delete", &Donations::Delete, {arg("Id")},
+                    "Deletes a gift or pledge with its payments.");
     return table;
 }
 
@@ -93,13 +94,24 @@ Donations::GetDonationsBySearch(const Ref<DonationCriteria>& criteria) const
 
 void Donations::Delete(std::int32_t giftId) const
 {
+    const std::string gift = std::to_string(giftId);
     const std::string yes = sqlLiteral(context_->sql().dialect(), Value(true), LiteralKind::yesNo);
-    const auto changed = runStatement(context_, "UPDATE donor_gifts SET deleted = " + yes +
-                                                    " WHERE id = " + std::to_string(giftId));
+    Transaction transaction(context_->sql());
+    const auto changed =
+        runStatement(context_, "UPDATE donor_gifts SET deleted = " + yes + " WHERE id = " + gift);
     if (changed == 0) {
-        throw Error::with(ErrorNumber::invalidCall,
-                          "there is no gift with the id " + std::to_string(giftId));
+        throw Error::with(ErrorNumber::invalidCall, "there is no gift with the id " + gift);
     }
+    // A gift that matches another's payment names it, and the payment names the gift.
+    for (const std::string& statement :
+         {"UPDATE donor_gifts SET FKMatch = 0 WHERE FKMatch IN "
+          "(SELECT id FROM donor_gifts_payments WHERE giftId = " +
+              gift + ")",
+          "UPDATE donor_gifts_payments SET FKMatch = 0 WHERE FKMatch = " + gift,
+          "DELETE FROM donor_gifts_payments WHERE giftId = " + gift}) {
+        runStatement(context_, statement);
+    }
+    transaction.commit();
 }
 
 const Members& DonationModule::members() const

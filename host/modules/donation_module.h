@@ -47,7 +47,8 @@ public:
     Ref<DonationCriteria> GetNewDonationCriteria() const;
     /// The payments of the gifts that satisfy the criteria, received or only expected.
     Ref<qmevents::Collection> GetDonationsBySearch(const Ref<DonationCriteria>& criteria) const;
-    /// Marks a gift deleted. Error 5 when there is none with this id; one that was deleted before
+    /// Deletes a gift or pledge: its payments go, its row stays, marked as deleted, and what
+    /// matched it is unlinked. Error 5 when there is none with this id; one that was deleted before
     /// stays so.
     void Delete(std::int32_t giftId) const;
 

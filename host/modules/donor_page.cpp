@@ -101,6 +101,8 @@ const Members& DonorModule::members() const
     static const Members table =
         describe<DonorModule>("The donor module.")
             .readOnly("DonorManage", &DonorModule::manage, "Reads donors.")
+            .readOnly("MailingManage", &DonorModule::mailings,
+                      "Collects lists of donors and starts mailings to them.")
             .readOnly("Donors", &DonorModule::donors, "The donors and their details page.");
     return table;
 }

@@ -4,6 +4,7 @@
 
 #include "automation/collection.h"
 #include "host/modules/donor_module.h"
+#include "host/modules/mailing_manage.h"
 
 namespace refhost {
 
@@ -82,11 +83,13 @@ public:
     static constexpr std::string_view ClassName = "DonorModule";
     const Members& members() const override;
 
-    DonorModule(SharedContext context, Ref<Donors> allDonors)
-        : manage(qmevents::makeRef<DonorManage>(std::move(context))), donors(std::move(allDonors))
+    DonorModule(const SharedContext& context, Ref<Donors> allDonors)
+        : manage(qmevents::makeRef<DonorManage>(context)),
+          mailings(qmevents::makeRef<MailingManage>(context)), donors(std::move(allDonors))
     {
     }
     Ref<DonorManage> manage;
+    Ref<MailingManage> mailings;
     Ref<Donors> donors;
 };
 

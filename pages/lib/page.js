@@ -10,6 +10,7 @@ import { listen } from "./shell.js";
 const places = [
     { name: "Home", url: "/host/home" },
     { name: "Events", url: "/events/events-view" },
+    { name: "Mailings", url: "/host/mailings" },
 ];
 
 /**

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "automation/clock.h"
 #include "tests/host/session/fixture.h"
 
 namespace refhost {
@@ -115,8 +116,67 @@ TEST(DonationModule, FindsPaymentsByConditionAndDeletesGifts)
         call(donations, "Delete", 1);
         call(donations, "Delete", 1); // a gift may be reached twice
         EXPECT_EQ(column(search("FKReservationId = 5", ""), "Id"), "2;");
+        EXPECT_EQ(toText(host.cell("SELECT COUNT(*) FROM donor_gifts_payments")), "2");
+        EXPECT_EQ(toText(host.cell("SELECT COUNT(*) FROM donor_gifts")), "4");
         EXPECT_EQ(failureOf([&] { call(donations, "Delete", 77); }),
                   "5 Invalid procedure call or argument (there is no gift with the id 77)");
+    }
+}
+
+TEST(DonationModule, UnlinksWhatMatchedADeletedGift)
+{
+    for (const Dialect dialect : {Dialect::sqlServer, Dialect::jet}) {
+        const HostData host(dialect);
+        // Gift 2 matches the payment 1 of gift 1.
+        host.execute("UPDATE donor_gifts SET FKMatch = 1 WHERE id = 2");
+        host.execute("UPDATE donor_gifts_payments SET FKMatch = 2 WHERE id = 1");
+        const auto donations = getObject(getObject(host.app, "Modules", "Donation"), "Donations");
+        call(donations, "Delete", 2);
+        EXPECT_EQ(toInt32(host.cell("SELECT FKMatch FROM donor_gifts_payments WHERE id = 1")), 0);
+        call(donations, "Delete", 1);
+        EXPECT_EQ(toInt32(host.cell("SELECT FKMatch FROM donor_gifts WHERE id = 2")), 0);
+    }
+}
+
+TEST(MailingManage, CollectsADonorOnceAndShowsTheList)
+{
+    for (const Dialect dialect : {Dialect::sqlServer, Dialect::jet}) {
+        HostData host(dialect);
+        const qmevents::PinnedClock clock(qmevents::Date::of(2026, 3, 7, 15));
+        host.execute("INSERT INTO donor_donors (display) VALUES ('Bo Brook')");
+        const auto mailings = getObject(host.module("donor"), "MailingManage");
+        call(mailings, "OpenMailingDialog");
+        EXPECT_EQ(failureOf([&] { call(mailings, "OpenMailingDialog"); }),
+                  "5 Invalid procedure call or argument (another mailing is still being "
+                  "collected)");
+        EXPECT_NE(failureOf([&] { call(mailings, "StartMailingProcess", "Event", "{K}"); }), "");
+        std::string added;
+        for (const int donor : {3, 1, 3, 2, 99, 0}) { // the second is deleted
+            added += toText(call(mailings, "AddToMailingList", "{K}", donor)) + ";";
+        }
+        EXPECT_EQ(added, "True;True;True;False;False;False;");
+        EXPECT_NE(failureOf([&] { call(mailings, "AddToMailingList", " ", 1); }), "");
+        call(mailings, "CloseMailingDialog");
+        EXPECT_NE(failureOf([&] { call(mailings, "CloseMailingDialog"); }), "");
+        call(mailings, "StartMailingProcess", "Event", "{K}");
+        EXPECT_EQ(host.frontEnd.seen,
+                  std::vector<std::string>{"go obsidian://host/mailings?list={K}"});
+        call(mailings, "StartMailingProcess", "Other", "it's none");
+
+        EXPECT_EQ(column(getObject(mailings, "Lists"), "Key"), "it's none;{K};");
+        const auto list = toObject(call(mailings, "GetList", "{k}"));
+        EXPECT_EQ(toText(get(list, "Source")), "Event");
+        EXPECT_EQ(toText(get(list, "CreatedBy")), "Ann Admin");
+        EXPECT_EQ(toText(get(list, "CreateDate")), "3/7/2026 3:00:00 PM");
+        EXPECT_EQ(toText(get(list, "DonorCount")), "2");
+        EXPECT_EQ(column(getObject(list, "Donors"), "Display"), "Ann Abbot;Bo Brook;");
+        const auto empty = toObject(call(mailings, "GetList", "it's none"));
+        EXPECT_EQ(column(getObject(empty, "Donors"), "Display"), "");
+
+        call(list, "Delete");
+        EXPECT_TRUE(call(mailings, "GetList", "{K}").isNothing());
+        EXPECT_EQ(toInt32(host.cell("SELECT COUNT(*) FROM mailing_list_donors")), 0);
+        EXPECT_EQ(toInt32(host.cell("SELECT COUNT(*) FROM donor_donors")), 3);
     }
 }
 
