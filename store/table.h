@@ -67,7 +67,7 @@ public:
                 values += ", ";
             }
             names += column.name;
-            values += literal(column.read(record), column.kind, column.name);
+            values += literal(column.read(record), column.kind, bareName(column.name));
         }
         return "INSERT INTO " + name_ + " (" + names + ") VALUES (" + values + ")";
     }
@@ -79,8 +79,8 @@ public:
         for (const auto& column : columns_) {
             if (column.written == Written::onInsert) continue;
             if (!assignments.empty()) assignments += ", ";
-            assignments +=
-                column.name + " = " + literal(column.read(record), column.kind, column.name);
+            assignments += column.name + " = " +
+                           literal(column.read(record), column.kind, bareName(column.name));
         }
         return "UPDATE " + name_ + " SET " + assignments + " WHERE " + keyColumn + " = " +
                literal(key, Kind::number);

@@ -360,8 +360,18 @@ Ref<Object> ScriptedHost::makeModules()
         donorManage->on(name,
                         [this](std::span<Value> a) { return donorObject(*this, toInt32(a[0])); });
     }
+    auto mailings = puppet("MailingManage");
+    for (const char* name :
+         {"OpenMailingDialog", "AddToMailingList", "CloseMailingDialog", "StartMailingProcess"}) {
+        mailings->on(name, [this, name](std::span<Value> a) {
+            std::string line = name;
+            for (const auto& argument : a) line += " " + shown(argument);
+            statement(line);
+            return Value();
+        });
+    }
     auto donor = puppet("DonorModule");
-    donor->holds("DonorManage", donorManage);
+    donor->holds("DonorManage", donorManage).holds("MailingManage", mailings);
     auto donations = puppet("Donations");
     donations->on("Delete", [this](std::span<Value> a) {
         statement("Donation.Delete " + toText(a[0]));
@@ -388,6 +398,19 @@ Ref<Object> ScriptedHost::makeModules()
         statement("DeleteAssignment " + toText(a[0]));
         return Value();
     });
+    actions->on("NewNote", [this](std::span<Value>) -> Value {
+        auto note = puppet("Note");
+        for (const char* name : {"DonorId", "Group", "Reference", "Text"}) note->holds(name, "");
+        note->on("Save", [this, note = note.get()](std::span<Value>) {
+            const auto said = [&](const char* name) {
+                return toText(get(Ref<Object>(note), name));
+            };
+            statement("Note " + said("DonorId") + " " + said("Group") + " " + said("Reference") +
+                      ": " + said("Text"));
+            return Value();
+        });
+        return note;
+    });
     auto modules = puppet("Modules");
     modules->holds("Events", events).holds("donor", donor).holds("Donation", donation);
     modules->holds("Actions", actions);
@@ -397,7 +420,11 @@ Ref<Object> ScriptedHost::makeModules()
 Ref<Object> ScriptedHost::makeUtils()
 {
     auto utils = puppet("Utils");
-    utils->on("DoEvents", [](std::span<Value>) { return Value(); });
+    utils->on("DoEvents", [this](std::span<Value>) {
+        log.emplace_back("DoEvents");
+        return Value();
+    });
+    utils->on("GetGuid", [](std::span<Value>) { return Value("{1}"); });
     return utils;
 }
 

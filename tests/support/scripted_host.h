@@ -36,7 +36,7 @@ public:
 
     /// Everything that happened, in order: statements as they are, others as "MsgBox: text |
     /// title", "ErrorUser: text", "ErrorUnexpected: text", "Navigate: url", "Lock event 7", "Unlock
-    /// event 7", "BeginTrans", "ForceUpdate" and so on.
+    /// event 7", "BeginTrans", "ForceUpdate", "DoEvents", "Note 9 Event 5: text" and so on.
     std::vector<std::string> log;
     std::int32_t documentType = 1;
     std::set<std::string> deniedRights;

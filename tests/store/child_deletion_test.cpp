@@ -1,0 +1,397 @@
+#include "tests/store/late_store.h"
+
+namespace qmevents {
+namespace {
+
+using testing::LateStore;
+using testing::Log;
+using testing::Rows;
+
+const std::string full = "ErrorUnexpected: the disk is full";
+
+// Participant 8 is donor 9 at event 5, reservation 8 one of the same donor.
+const Rows participantRow{{"Id", "FKEventId", "FKDonorId", "Status", "Notes", "Attended",
+                           "CreateUser", "CreateDate", "LastUpdateUser", "LastUpdateDate",
+                           "display"},
+                          {{8, 5, 9, 1, Null{}, false, Null{}, Null{}, Null{}, Null{}, "Lee"}}};
+const Rows reservationRow{
+    {"Id", "FKEventId", "FKDonorId", "ReservationDate", "Description", "AmountPaid", "CreateUser",
+     "CreateDate", "LastUpdateUser", "LastUpdateDate", "EventName", "EventFKStatusId"},
+    {{8, 5, 9, Date::of(2026, 11, 20), Null{}, 0, Null{}, Null{}, Null{}, Null{}, "Gala", 0}}};
+
+class ChildDeletion : public LateStore {
+protected:
+    ChildDeletion()
+    {
+        host.answer("eep.Id = <3:8>", participantRow);
+        host.answer("eep.FKDonorId=<2:9>", participantRow);
+        host.answer("eer.Id = <3:8>", reservationRow);
+        host.answer("WHERE FKDonorId=<2:9>", reservationRow);
+        host.answer("FKReservationId= 8", {{"Id"}, {{101}, {102}}});
+    }
+};
+
+struct Kind {
+    std::string thing;
+    const char *name, *idName;
+    Log statements; ///< For record 8.
+};
+const Kind kinds[] = {
+    {"EventActivity",
+     "event activity",
+     "Activityid",
+     {"DELETE FROM events_event_reservations_activities WHERE FKActivityId = 8",
+      "DELETE FROM events_event_activities WHERE Id = 8"}},
+    {"EventExpense",
+     "event expense",
+     "expenseid",
+     {"DELETE FROM events_event_expenses WHERE Id = 8"}},
+    {"EventTask", "event task", "taskid", {"DELETE FROM events_event_tasks WHERE Id = 8"}},
+    {"EventReservationActivity",
+     "event reservation activity",
+     "reservationativityid",
+     {"DELETE FROM events_event_reservations_activities WHERE Id = 8"}},
+    {"EventParticipant",
+     "event participant",
+     "participantid",
+     {"SELECT * FROM events_event_participants eep WHERE eep.Id = <3:8>",
+      "DELETE events_event_participants_groups FROM events_event_participants_groups LEFT JOIN "
+      "events_event_participants ON events_event_participants_groups.FKDonorId = "
+      "events_event_participants.FKDonorId AND events_event_participants_groups.FKEventId = "
+      "events_event_participants.FKEventId WHERE events_event_participants.Id = 8",
+      "DELETE FROM events_event_participants WHERE Id = 8",
+      "SELECT * FROM events_event_info WHERE Id = <2:5>",
+      "Note 9 Event 5: Removed From Participant List: Gala &lt;&amp;&gt; &quot;Ball&quot;<br>"
+      "Removed By: Anna<br>Event Date: 12/1/2026"}},
+    {"EventReservation",
+     "event reservation",
+     "reservationid",
+     {"SELECT * FROM events_event_reservations eer WHERE eer.Id = <3:8>",
+      "UPDATE donor_gifts SET FKReservationId = 0 WHERE FKReservationId=8",
+      "DELETE FROM events_event_reservations_activities WHERE FKReservationId = 8",
+      "DELETE FROM events_event_reservations WHERE Id = 8",
+      "SELECT * FROM events_event_info WHERE Id = <2:5>",
+      "Note 9 Event 5: Reservation Removed From Event: Gala &lt;&amp;&gt; &quot;Ball&quot;<br>"
+      "Removed By: Anna<br>Reservation Date: 11/20/2026"}},
+};
+
+TEST_F(ChildDeletion, RunsItsCascadeUnderTheEventsLock)
+{
+    for (const auto& [thing, name, idName, statements] : kinds) {
+        SCOPED_TRACE(thing);
+        Log whole{"Lock event 5"};
+        whole.insert(whole.end(), statements.begin(), statements.end());
+        whole.emplace_back("Unlock event 5");
+        EXPECT_TRUE(succeeds("Delete" + thing, 5, 8));
+        EXPECT_EQ(host.takeLog(), whole);
+
+        EXPECT_FALSE(succeeds("Delete" + thing, 5, 0));
+        EXPECT_EQ(host.takeLog(), Log{std::string("ErrorUnexpected: Could not delete ") + name +
+                                      " because " + name + " id is not valid (" + idName + "=0)"});
+        host.lockHeldByAnother = true;
+        EXPECT_FALSE(succeeds("Delete" + thing, 5, 8));
+        EXPECT_EQ(host.takeLog(), Log{"Lock refused event 5"});
+        host.lockHeldByAnother = false;
+        host.deniedRights = {"events/edit"};
+        EXPECT_FALSE(succeeds("Delete" + thing, 5, 8));
+        EXPECT_TRUE(host.takeLog().at(0).ends_with(" | Not Authorized To Update Event"));
+        host.deniedRights.clear();
+    }
+}
+
+TEST_F(ChildDeletion, LeavesOutLockAndHistoryOnDemandAndDeletesGifts)
+{
+    host.documentType = 2;
+    EXPECT_TRUE(succeeds("DeleteEventParticipant", 5, 8, false, false));
+    EXPECT_EQ(host.takeLog(),
+              (Log{"DELETE DISTINCTROW events_event_participants_groups.* FROM "
+                   "events_event_participants_groups LEFT JOIN events_event_participants ON "
+                   "events_event_participants_groups.FKDonorId = "
+                   "events_event_participants.FKDonorId AND "
+                   "events_event_participants_groups.FKEventId = "
+                   "events_event_participants.FKEventId WHERE events_event_participants.Id = 8",
+                   "DELETE FROM events_event_participants WHERE Id = 8"}));
+    EXPECT_TRUE(succeeds("DeleteEventReservation", 5, 8, false, false, true));
+    EXPECT_EQ(host.takeLog(),
+              (Log{"SELECT Id FROM donor_gifts WHERE FKReservationId= 8", "Donation.Delete 101",
+                   "Donation.Delete 102",
+                   "DELETE FROM events_event_reservations_activities WHERE FKReservationId = 8",
+                   "DELETE FROM events_event_reservations WHERE Id = 8"}));
+}
+
+TEST_F(ChildDeletion, ADonorLeavesListParticipationsAndReservations)
+{
+    EXPECT_TRUE(succeeds("DeleteDonorFromEvents", 9, false));
+    const Log log = host.takeLog();
+    ASSERT_EQ(log.size(), 9U);
+    EXPECT_EQ(log[0], "DELETE FROM events_list_eventcoordinators WHERE FKDonorId = <3:9>");
+    EXPECT_EQ(log[1],
+              "UPDATE events_event_info SET FKCoordinatorId = 0 WHERE FKCoordinatorId = <3:9>");
+    EXPECT_TRUE(log[2].starts_with("SELECT eep.*"));
+    EXPECT_EQ(log[4], "DELETE FROM events_event_participants WHERE Id = 8");
+    EXPECT_TRUE(log[5].ends_with("WHERE FKDonorId=<2:9> ORDER BY ReservationDate DESC"));
+    EXPECT_EQ(log[6], "UPDATE donor_gifts SET FKReservationId = 0 WHERE FKReservationId=8");
+    EXPECT_EQ(log[8], "DELETE FROM events_event_reservations WHERE Id = 8");
+    EXPECT_FALSE(succeeds("DeleteDonorFromEvents", 0, false)) << "0 is nobody, not everybody";
+    EXPECT_EQ(host.log.size(), 1U);
+}
+
+TEST_F(ChildDeletion, AMailingGoesToEachOfThoseChosenOnce)
+{
+    const auto groups = makeRef<Collection>();
+    auto group = testing::puppet("Group");
+    group->holds("Id", 71);
+    groups->append(group);
+    Rows participants = participantRow;
+    participants.columns.emplace_back("InvitationGroupName");
+    participants.rows.clear();
+    for (const auto& [donor, status] : {std::pair(9, 1), std::pair(4, 2), std::pair(6, 11)}) {
+        participants.rows.push_back({donor, 5, donor, status, Null{}, false, Null{}, Null{}, Null{},
+                                     Null{}, "Lee", Null{}});
+    }
+    host.answer("eep.FKEventId=<2:5>", participants);
+    host.answer("eepg.FKEventId = <2:5>",
+                {{"FKEventId", "FKDonorId", "FKInvitationGroupId", "Name"},
+                 {{5, 9, 70, "A"}, {5, 4, 71, "B"}, {5, 4, 71, "B"}}});
+    Rows lines = lineRows(3, {{1, 7, 2}, {2, 7, 1}});
+    const Rows sponsored = lineRows(4, {{3, 8, 1}});
+    lines.rows.push_back(sponsored.rows[0]);
+    lines.rows.back()[11] = 4;
+    host.answer("As ActivitySponsorship", lines);
+    const struct {
+        const char *type, *statuses;
+        bool sponsorships, others;
+        const char* activities;
+        std::vector<int> donors;
+    } cases[] = {
+        {"1", "~1~2~", false, false, "", {9, 4}}, {"1", "2, 11", false, false, "", {4, 6}},
+        {"1", "", true, true, "~3~", {}},         {"2", "", false, false, "~3~", {9}},
+        {"2", "", false, false, "~13~~4~", {4}},  {"2", "", false, false, "3,4", {}},
+        {"2", "", false, false, "", {}},          {"3", "", true, false, "", {4}},
+        {"3", "", false, true, "", {9}},          {"3", "", true, true, "", {9, 4}},
+        {"4", "", false, false, "", {4}},         {"5", "~1~", true, true, "~3~", {}},
+    };
+    for (const auto& [type, statuses, sponsorships, others, activities, donors] : cases) {
+        SCOPED_TRACE(std::string(type) + statuses + activities);
+        EXPECT_TRUE(succeeds("StartEventMailingProcess", 5, type, statuses, groups, sponsorships,
+                             others, activities));
+        Log log = host.takeLog();
+        std::erase_if(log, [](const auto& line) { return line.starts_with("SELECT"); });
+        Log expected{"OpenMailingDialog"};
+        for (const int donor : donors) {
+            expected.push_back("AddToMailingList {1} " + std::to_string(donor));
+        }
+        expected.insert(expected.end(), {"CloseMailingDialog", "StartMailingProcess Event {1}"});
+        EXPECT_EQ(log, expected);
+    }
+    const auto start = [&](int event) {
+        return succeeds("StartEventMailingProcess", event, "1", "~1~", Value::nothing(), false,
+                        false, "");
+    };
+    EXPECT_FALSE(start(6));
+    EXPECT_EQ(host.takeLog(), Log{"SELECT * FROM events_event_info WHERE Id = <2:6>"});
+    host.deniedRights = {"mailings/send"};
+    EXPECT_FALSE(start(5));
+    EXPECT_EQ(host.takeLog(),
+              Log{"MsgBox: Based on your current security settings, you are not authorized to send "
+                  "mailings.  Contact your database administrator | Not Authorized To Send "
+                  "Mailings"});
+}
+
+TEST_F(ChildDeletion, ActionsAreJudgedByWhetherTheRecordExists)
+{
+    offer(8, 10, {{1, 7, 2}});
+    const struct {
+        std::string thing, name;
+        const char* from;                               // of the answer to its single read
+        std::vector<std::pair<int, const char*>> verbs; // all but Create
+    } cases[] = {
+        {"EventActivity",
+         "event activity",
+         "",
+         {{2, "Edit"}, {4, "Delete"}, {5, "change the reservation information for"}, {10, "Copy"}}},
+        {"EventReservation",
+         "event reservation",
+         "",
+         {{2, "Edit"}, {3, "View"}, {4, "Delete"}, {6, "change the activities for "}}},
+        {"EventExpense", "event expense", "eee.Id = <3:8>", {{2, "Edit"}, {4, "Delete"}}},
+        {"EventParticipant",
+         "event participant",
+         "",
+         {{2, "Edit"},
+          {4, "Delete"},
+          {8, "add a reservation for"},
+          {9, "view the donor information for"}}},
+        {"EventTask",
+         "event task",
+         "eet.Id = <3:8>",
+         {{2, "Edit"}, {4, "Delete"}, {7, "Complete"}}},
+    };
+    host.answer("eee.Id = <3:8>", {{"Id", "FKEventId", "ExpenseDate", "Description", "Amount",
+                                    "CreateUser", "CreateDate", "LastUpdateUser", "LastUpdateDate"},
+                                   {{8, 5, Null{}, Null{}, 3, Null{}, Null{}, Null{}, Null{}}}});
+    host.answer("eet.Id = <3:8>",
+                {{"Id", "FKEventId", "Name", "Notes", "DueDateTime", "Completed", "FKAssignedToId",
+                  "CreateUser", "CreateDate", "LastUpdateUser", "LastUpdateDate"},
+                 {{8, 5, "Call", Null{}, Null{}, false, 0, Null{}, Null{}, Null{}, Null{}}}});
+    for (const auto& [thing, name, from, verbs] : cases) {
+        const auto judge = [&](std::int32_t id, std::int32_t action) {
+            Value arguments[] = {id, action, Value(), Value()};
+            const bool valid = toBool(invokeNamed(host.store(), "IsValid" + thing + "Action",
+                                                  CallKind::method, arguments));
+            EXPECT_EQ(arguments[3].isObject() && !arguments[3].isNothing(), valid);
+            if (valid) { EXPECT_EQ(is(arguments[3].object(), "IsNew"), action == 1); }
+            return toText(arguments[2]);
+        };
+        const auto refusal = [&](const std::string& verb, const std::string& reason) {
+            return "The request to " + verb + " the " + name + " is no longer valid.</br></br>" +
+                   reason;
+        };
+        EXPECT_EQ(judge(0, 1), "");
+        EXPECT_EQ(judge(8, 1), refusal("Create", "The " + name + " already exists."));
+        for (int action = 0; action <= 11; ++action) {
+            if (action == 1) continue;
+            SCOPED_TRACE(thing + " " + std::to_string(action));
+            const auto known = std::find_if(verbs.begin(), verbs.end(),
+                                            [&](const auto& verb) { return verb.first == action; });
+            host.log.clear();
+            const std::string message = judge(8, action);
+            if (known == verbs.end()) {
+                EXPECT_EQ(host.log,
+                          Log{"ErrorUnexpected: A valid " + name + " action must be provided."});
+                continue;
+            }
+            const bool inUse = thing == "EventActivity" && action == 4;
+            EXPECT_EQ(message, inUse ? refusal("Delete", "The event has reservations that include "
+                                                         "the activity.")
+                                     : "");
+            EXPECT_EQ(judge(99, action),
+                      refusal(known->second, "The " + name + " no longer exists."));
+            EXPECT_EQ(judge(0, action),
+                      refusal(known->second, "The " + name + " no longer exists."));
+        }
+    }
+}
+
+TEST_F(ChildDeletion, WhicheverStatementFailsTheUserIsToldAndARepeatedCallSucceeds)
+{
+    offer(3, 10, {});
+    using Act = std::function<bool()>;
+    const auto saving = [&](const std::string& thing, const testing::Cells& cells) {
+        return [=, this](const Ref<Object>& made) {
+            return Act([=, this] { return succeeds("Update" + thing, with(made, cells)); });
+        }(make("GetNew" + thing, 5));
+    };
+    const auto withGroup = [&] {
+        const auto one = make("GetNewEventParticipant", 5, 9);
+        call(one, "AddInvitationGroup", 70, "");
+        return one;
+    };
+    const auto deleting = [&](const std::string& thing) {
+        return Act([=, this] { return succeeds("Delete" + thing, 5, 8); });
+    };
+    const struct {
+        std::string what;
+        std::function<Act()> prepare; // a fresh record each time
+    } operations[] = {
+        {"activity",
+         [&] {
+             return saving("EventActivity", {{"Name", "Ticket"}});
+         }},
+        {"expense",
+         [&] {
+             return saving(
+                 "EventExpense",
+                 {{"Description", "F"}, {"ExpenseDate", Date::of(2026, 1, 2)}, {"Amount", 1}});
+         }},
+        {"task",
+         [&] {
+             return saving("EventTask", {{"Name", "Call"}, {"DueDateTime", Date::of(2026, 1, 2)}});
+         }},
+        {"participant",
+         [&] {
+             return Act(
+                 [=, this, one = withGroup()] { return succeeds("UpdateEventParticipant", one); });
+         }},
+        {"participants",
+         [&] {
+             const auto all = make("GetNewEventParticipants");
+             for (int i = 0; i < 3; ++i) call(all, "Add", withGroup(), 0);
+             return Act([=, this] { return succeeds("AddEventParticipants", 5, all); });
+         }},
+        {"reservation",
+         [&] {
+             return Act([=, this, order = reservation({{3, 1}, {3, 2}})] {
+                 return succeeds("UpdateEventReservation", order);
+             });
+         }},
+        {"delete activity", [&] { return deleting("EventActivity"); }},
+        {"delete expense", [&] { return deleting("EventExpense"); }},
+        {"delete task", [&] { return deleting("EventTask"); }},
+        {"delete participant", [&] { return deleting("EventParticipant"); }},
+        {"delete reservation", [&] { return deleting("EventReservation"); }},
+        {"delete reservation and gifts",
+         [&] {
+             return Act(
+                 [this] { return succeeds("DeleteEventReservation", 5, 8, true, true, true); });
+         }},
+        {"delete donor",
+         [&] { return Act([this] { return succeeds("DeleteDonorFromEvents", 9, true); }); }},
+        {"mailing",
+         [&] {
+             return Act([this] {
+                 return succeeds("StartEventMailingProcess", 5, "2", "", Value::nothing(), false,
+                                 false, "~3~");
+             });
+         }},
+    };
+    for (const auto& [what, prepare] : operations) {
+        bool failed = true;
+        for (std::size_t failing = 0; failed; ++failing) {
+            SCOPED_TRACE(what + ", statement " + std::to_string(failing));
+            const Act act = prepare();
+            host.log.clear();
+            host.failingStatement = failing;
+            const bool done = act();
+            failed = !host.failingStatement;
+            host.failingStatement.reset();
+            const Log log = host.takeLog();
+            const auto count = [&](const std::string& start) {
+                return std::count_if(log.begin(), log.end(),
+                                     [&](const auto& line) { return line.starts_with(start); });
+            };
+            EXPECT_NE(done, failed);
+            EXPECT_EQ(count(full), failed ? 1 : 0);
+            EXPECT_EQ(count("Error"), failed ? 1 : 0) << "and nothing else";
+            EXPECT_EQ(count("Lock "), count("Unlock "));
+            EXPECT_EQ(count("OpenMailingDialog"), what == "mailing" && failing > 0 ? 1 : 0);
+            EXPECT_TRUE(act());
+            ASSERT_LT(failing, 60U);
+        }
+    }
+}
+
+TEST_F(ChildDeletion, TotalsReadTheLinesOfAnEventAtOnce)
+{
+    Rows reservations = reservationRow;
+    for (int id = 20; id < 40; ++id) {
+        reservations.rows.push_back(reservations.rows[0]);
+        reservations.rows.back()[0] = id;
+    }
+    host.answer("WHERE FKEventId=<2:5>", reservations);
+    Rows lines = lineRows(3, {{1, 20, 2}, {2, 21, 1}});
+    lines.rows.push_back(lineRows(4, {{3, 21, 3}}).rows[0]);
+    host.answer("As ActivitySponsorship", lines);
+    const auto all = make("GetEventReservations", 5);
+    EXPECT_EQ(toText(get(all, "TotalExpected")), "150");
+    EXPECT_EQ(toText(get(all, "TotalSponsorship")), "75");
+    EXPECT_EQ(toText(get(all, "TotalActivities")), "2");
+    EXPECT_EQ(toText(get(getObject(toObject(get(all, "ItemByKey", 21)), "Activities"), "Count")),
+              "2");
+    EXPECT_EQ(toText(get(getObject(toObject(get(all, "ItemByKey", 8)), "Activities"), "Count")),
+              "0");
+    EXPECT_EQ(host.log.size(), 2U);
+}
+
+} // namespace
+} // namespace qmevents
