@@ -82,8 +82,13 @@ public:
                                      VARIANT* result, EXCEPINFO*, UINT*) override
     {
         if (id < 1 || static_cast<std::size_t>(id) > members_.size()) return DISP_E_MEMBERNOTFOUND;
-        Arguments arguments; // they come last one first
-        for (UINT i = given->cArgs; i > 0; --i) arguments.push_back(&given->rgvarg[i - 1]);
+        // They come last one first; those that may carry a result back are references to variants.
+        Arguments arguments;
+        for (UINT i = given->cArgs; i > 0; --i) {
+            VARIANT* argument = &given->rgvarg[i - 1];
+            if (argument->vt == (VT_BYREF | VT_VARIANT)) argument = argument->pvarVal;
+            arguments.push_back(argument);
+        }
         VARIANT unwanted;
         VariantInit(&unwanted);
         if (result) VariantInit(result);
