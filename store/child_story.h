@@ -13,18 +13,18 @@ namespace qmevents {
 /// How the messages speak of a kind of record that belongs to an event, and what goes when one of
 /// them goes.
 struct ChildNames {
-    const char* updateMethod; ///< The saving operation; of one kind by an older name.
-    const char* thing;        ///< "event expense".
-    const char* idName;       ///< Its key, in the message about an impossible one.
+    const char* updateMethod = ""; ///< The saving operation; of one kind by an older name.
+    const char* thing = "";        ///< "event expense".
+    const char* idName = "";       ///< Its key, in the message about an impossible one.
     /// The statements that delete the record with key `id`, in order.
-    std::vector<std::string> (*cascade)(const std::string& id);
+    std::vector<std::string> (*cascade)(const std::string& id) = nullptr;
 };
 
 /// What differs between the kinds of records that belong to an event. With its columns, this is
 /// the whole story of one.
 template <typename C>
 struct ChildStory : ChildNames {
-    const Table<C>& (*table)();
+    const Table<C>& (*table)() = nullptr;
     /// Whether the rules hold; if not, the first broken one has been shown.
     std::function<bool(C&)> isValid;
     /// Whether there is what a save needs besides the event; if not, that has been reported.

@@ -85,10 +85,12 @@ const Refusal refusals[] = {
 
 TEST_F(ChildSaving, IsRefusedWithoutRightRecordEventOrLock)
 {
-    for (const auto& [thing, method, name] : refusals) {
+    for (const auto& refusal : refusals) {
+        const std::string thing = refusal.thing;
+        const std::string name = refusal.name;
         SCOPED_TRACE(thing);
         const std::string heading =
-            std::string("ErrorUnexpected: The ") + method + " method requires a valid ";
+            std::string("ErrorUnexpected: The ") + refusal.method + " method requires a valid ";
         const auto save = [&](const Value& record) {
             EXPECT_FALSE(succeeds("Update" + thing, record));
             return host.takeLog();
@@ -365,9 +367,8 @@ TEST_F(ChildSaving, OwnLinesCountAsTheyWillStandAfterTheSave)
     offer(3, 10, {{1, 7, 4}, {2, 8, 5}});
     host.answer("FKReservationId=<2:7>", lineRows(3, {{1, 7, 4}}));
     host.answer("eer.Id = <3:7>",
-                {{"Id", "FKEventId", "FKDonorId", "ReservationDate", "Description", "AmountPaid",
-                  "CreateUser", "CreateDate", "LastUpdateUser", "LastUpdateDate"},
-                 {{7, 5, 9, Date::of(2026, 11, 20), Null{}, 0, Null{}, Null{}, Null{}, Null{}}}});
+                testing::rowsOf("Id FKEventId FKDonorId ReservationDate Description AmountPaid",
+                                {{7, 5, 9, Date::of(2026, 11, 20), testing::null, 0}}));
     for (const auto& [what, change, valid] : cases) {
         SCOPED_TRACE(what);
         const auto order = make("GetEventReservation", 7);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <sstream>
 
 #include "automation/clock.h"
 #include "tests/support/scripted_host.h"
@@ -11,6 +12,18 @@ namespace qmevents::testing {
 
 /// Properties of a record with the values to assign.
 using Cells = std::vector<std::pair<std::string, Value>>;
+
+inline const Value null = Null{};
+
+/// Rows with these columns, a blank between them, and audit columns that are null behind.
+inline Rows rowsOf(const std::string& columns, std::vector<std::vector<Value>> cells)
+{
+    Rows rows{{}, std::move(cells)};
+    std::istringstream names(columns + " CreateUser CreateDate LastUpdateUser LastUpdateDate");
+    for (std::string name; names >> name;) rows.columns.push_back(name);
+    for (auto& row : rows.rows) row.resize(rows.columns.size(), null);
+    return rows;
+}
 
 /// The event store, reached by name alone, in a host with event 5, donors 9 and 4 and the
 /// invitation groups 70 and 71. A new row gets the key 34.
@@ -75,33 +88,25 @@ protected:
     void offer(std::int32_t activity, std::int32_t available,
                const std::vector<std::array<std::int32_t, 3>>& lines, std::int32_t type = 0)
     {
-        std::vector<Value> row(17, Null{});
-        row[0] = activity;
-        row[1] = 5;
-        row[2] = "Ticket";
-        row[6] = available;
-        row[9] = type;
-        host.answer(
-            "eea.Id = <3:" + std::to_string(activity) + ">",
-            {{"Id", "FKEventId", "Name", "Description", "ListPrice", "Cost", "QuantityAvailable",
-              "Sponsorship", "ReservationInfo", "QuantityType", "FKFundId", "FKCampaignId",
-              "FKAppealId", "CreateUser", "CreateDate", "LastUpdateUser", "LastUpdateDate"},
-             {row}});
+        host.answer("eea.Id = <3:" + std::to_string(activity) + ">",
+                    rowsOf("Id FKEventId Name Description ListPrice Cost QuantityAvailable "
+                           "Sponsorship ReservationInfo QuantityType FKFundId FKCampaignId "
+                           "FKAppealId",
+                           {{activity, 5, "Ticket", null, null, null, available, null, null, type,
+                             null, null, null}}));
         host.answer("FKActivityId=<2:" + std::to_string(activity) + ">", lineRows(activity, lines));
     }
     static Rows lineRows(std::int32_t activity,
                          const std::vector<std::array<std::int32_t, 3>>& lines)
     {
-        Rows rows{{"Id", "FKReservationId", "FKActivityId", "Quantity", "Price", "Notes",
-                   "ReservationInfo", "CreateUser", "CreateDate", "LastUpdateUser",
-                   "LastUpdateDate", "FKDonorId", "DonorIdCheck", "DonorName",
-                   "ActivitySponsorship"},
-                  {}};
+        std::vector<std::vector<Value>> rows;
         for (const auto& [id, reservationId, quantity] : lines) {
-            rows.rows.push_back({id, reservationId, activity, quantity, 25, Null{}, Null{}, Null{},
-                                 Null{}, Null{}, Null{}, 9, 9, "Lee, Kim", activity == 4});
+            rows.push_back({id, reservationId, activity, quantity, 25, null, null, 9, 9, "Lee",
+                            activity == 4});
         }
-        return rows;
+        return rowsOf("Id FKReservationId FKActivityId Quantity Price Notes ReservationInfo "
+                      "FKDonorId DonorIdCheck DonorName ActivitySponsorship",
+                      std::move(rows));
     }
 
     ScriptedHost host;

@@ -91,11 +91,11 @@ TEST_P(SavedChildren, EveryTextColumnGivesBackWhatWasTyped)
 {
     const auto ticket = activity(5);
     auto texts = hostileTexts();
-    texts.push_back(std::string(60000, 'x'));
+    texts.emplace_back(60000, 'x');
     for (const auto& typed : texts) {
         SCOPED_TRACE(typed.substr(0, 60));
-        const auto checks = [&](const std::string& thing, Ref<Object> record,
-                                std::vector<const char*> properties) {
+        const auto checks = [&](const std::string& thing, const Ref<Object>& record,
+                                const std::vector<const char*>& properties) {
             for (const char* property : properties) put(record, property, typed);
             ASSERT_TRUE(save("Update" + thing, record)) << ::testing::PrintToString(seen);
             const auto stored = make("Get" + thing, idOf(record));
