@@ -3,6 +3,7 @@
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR ${WINDOWS_PROCESSOR})
 set(prefix ${WINDOWS_PROCESSOR}-w64-mingw32)
+set(CMAKE_C_COMPILER ${prefix}-gcc-posix) # GoogleTest's project asks for one
 set(CMAKE_CXX_COMPILER ${prefix}-g++-posix)
 set(CMAKE_RC_COMPILER ${prefix}-windres)
 set(CMAKE_OBJDUMP ${prefix}-objdump)

@@ -6,6 +6,7 @@
 #include "automation/error.h"
 #include "automation/text.h"
 #include "core/host.h"
+#include "core/script_engine.h"
 #include "core/xml.h"
 
 namespace qmevents {
@@ -47,7 +48,7 @@ void createViews(const XmlNode& section)
 // A script engine of the host, one for all scriptlets of a section.
 class Scripts {
 public:
-    Scripts() : engine_(host().createObject("ScriptControl"))
+    Scripts() : engine_(newScriptEngine())
     {
         put(engine_, "Language", "vbscript");
         call(engine_, "AddObject", "App", host().object());

@@ -1,0 +1,25 @@
+# Fails unless the file DLL imports the system's libraries alone and exports a component's five
+# entry points and nothing else.
+cmake_minimum_required(VERSION 3.25)
+execute_process(COMMAND ${OBJDUMP} -p ${DLL} OUTPUT_VARIABLE headers COMMAND_ERROR_IS_FATAL ANY)
+
+set(system advapi32 kernel32 msvcrt ole32 oleaut32 shell32 user32)
+string(REGEX MATCHALL "DLL Name: [^\n]+" imports "${headers}")
+foreach(import IN LISTS imports)
+    string(REGEX REPLACE "DLL Name: (.*)\\.dll$" "\\1" name "${import}")
+    string(TOLOWER "${name}" name)
+    if(NOT name IN_LIST system)
+        message(SEND_ERROR "${DLL} needs ${name}, which is no part of the system")
+    endif()
+endforeach()
+list(LENGTH imports count)
+if(count EQUAL 0)
+    message(SEND_ERROR "${DLL} has no readable import table")
+endif()
+
+string(REGEX MATCHALL "\\[ +[0-9]+\\] [A-Za-z_][A-Za-z_@0-9]*" exports "${headers}")
+list(TRANSFORM exports REPLACE ".*\\] " "")
+set(entries DllCanUnloadNow DllGetClassObject DllInstall DllRegisterServer DllUnregisterServer)
+if(NOT "${exports}" STREQUAL "${entries}")
+    message(SEND_ERROR "${DLL} exports ${exports}")
+endif()
