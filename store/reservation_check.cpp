@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/record_reader.h"
 #include "core/reporting.h"
 #include "store/child_tables.h"
 #include "store/refusals.h"
@@ -30,10 +31,22 @@ ReservationCheck::Demand& ReservationCheck::demandFor(std::int32_t activityId)
     if (!demand.activity || demand.activity->QuantityType != activityQuantity::limited) {
         return demand;
     }
-    findLinesOfActivity(activityId)->each([&](const auto& line) {
-        demand.entered[line->Id()] = line->Quantity;
-        if (!superseded_.contains(line->Id())) demand.units += line->Quantity;
-    });
+    // A well-sold activity has thousands of lines, so no records are made of them.
+    RecordReader lines("SELECT eera.Id, eera.Quantity "
+                       "FROM events_event_reservations_activities eera "
+                       "INNER JOIN events_event_reservations eer "
+                       "ON eera.FKReservationId = eer.id WHERE FKActivityId=" +
+                       literal(activityId, Kind::key));
+    if (!lines.atEnd()) {
+        const auto id = lines.column("Id");
+        const auto quantity = lines.column("Quantity");
+        for (; !lines.atEnd(); lines.next()) {
+            const auto line = toInt32(id.value());
+            const auto units = quantity.valueOr<std::int32_t>(0);
+            demand.entered[line] = units;
+            if (!superseded_.contains(line)) demand.units += units;
+        }
+    }
     for (const auto& line : written_) {
         if (line->FKActivityId == activityId) demand.units += line->Quantity;
     }
