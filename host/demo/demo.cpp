@@ -15,6 +15,7 @@ namespace {
 using demo::ChildMaker;
 using demo::Codes;
 using demo::Donor;
+using demo::Entering;
 using demo::EventMaker;
 using demo::MadeEvent;
 using demo::makeCodes;
@@ -82,32 +83,32 @@ private:
 };
 
 /// What the add-in told nobody says more than that a call of it failed.
-std::vector<MadeEvent> makeWith(EventMaker& maker, const NobodyThere& nobody)
+template <typename Act>
+auto watching(const NobodyThere& nobody, Act act)
 {
     try {
-        std::vector<MadeEvent> events = maker.make();
+        auto result = act();
         nobody.throwWhatWasShown();
-        return events;
+        return result;
     } catch (const Error&) {
         nobody.throwWhatWasShown();
         throw;
     }
 }
 
-std::vector<MadeEvent> makeEvents(Session& session, const NobodyThere& nobody, const Urn& urn,
-                                  const Codes& codes, const Random& random)
+std::vector<MadeEvent> makeEvents(Session& session, const Urn& urn, const Codes& codes,
+                                  const Random& random, int crowd)
 {
     const Date today = demoDay();
-    EventMaker maker(session.app(), codes, urn, random.branch(eventTopic), today);
-    std::vector<MadeEvent> events = makeWith(maker, nobody);
-    Clock::pin(today.plusSeconds(noon));
-    RowWriter rows(session.sql());
-    const std::int32_t anna = UserStore(session.sql()).find("anna").value().id;
-    ChildMaker children(rows, urn, maker.groups(), codes.assignees, anna, random.branch(childTopic),
+    EventMaker maker(session.app(), codes, urn, random.branch(eventTopic), today, crowd);
+    std::vector<MadeEvent> events = maker.make();
+    Entering entering(session.app());
+    ChildMaker children(entering, urn, maker.groups(), codes.assignees, random.branch(childTopic),
                         today);
     Transaction transaction(session.sql());
     for (MadeEvent& event : events) children.fill(event);
     transaction.commit();
+    Clock::pin(today.plusSeconds(noon));
     return events;
 }
 
@@ -135,7 +136,8 @@ DemoCounts fill(const std::shared_ptr<Database>& database, const DemoOptions& op
                      .frontEnd = &nobody,
                      .addInPath = options.addInPath});
     nobody.throwWhatWasShown();
-    const std::vector<MadeEvent> events = makeEvents(session, nobody, urn, codes, random);
+    const std::vector<MadeEvent> events =
+        watching(nobody, [&] { return makeEvents(session, urn, codes, random, options.crowd); });
     DemoCounts counts{.donors = static_cast<int>(donors.size()),
                       .events = static_cast<int>(events.size())};
     for (const MadeEvent& event : events) {
@@ -150,6 +152,13 @@ DemoCounts fill(const std::shared_ptr<Database>& database, const DemoOptions& op
 }
 
 } // namespace
+
+void makeSmall(DemoOptions& options)
+{
+    options.donors = 2000;
+    options.gifts = 5600;
+    options.crowd = 0;
+}
 
 Date demoDay() { return Date::of(2026, 11, 21); }
 

@@ -17,9 +17,13 @@ struct DemoOptions {
     std::uint64_t seed = 1;
     std::string addInPath; ///< The folder that holds data/.
     bool replaces = false; ///< Whether a file that is there may be replaced.
-    int donors = 2000;
-    int gifts = 5600; ///< Given of themselves; those to events and reservations come on top.
+    int donors = 7000;
+    int gifts = 9000; ///< Given of themselves; those to events and reservations come on top.
+    int crowd = 5000; ///< Participants of the largest event; 0 leaves it as it is in other years.
 };
+
+/// Makes the database small and quick to make: without the crowd, and with fewer donors.
+void makeSmall(DemoOptions& options);
 
 /// What was made.
 struct DemoCounts {
@@ -34,10 +38,10 @@ qmevents::Date demoDay();
 /// Throws Error; whatever fails, no half-made file stays and one that was there is untouched.
 DemoCounts makeDemo(const DemoOptions& options);
 
-/// `quillmere demo --db FILE [--dialect sqlserver|jet] [--seed N] [--addin PATH] [--force]`.
-/// Gives the exit code: 0, 1 for a failure, 2 for arguments that make no sense. The users are
-/// "anna" ("harbour lights", all rights), "ben" ("paper boats": may view and edit events, view
-/// donations and send mailings) and "viewer" ("just looking": may only view events).
+/// `quillmere demo --db FILE [--dialect sqlserver|jet] [--seed N] [--small] [--addin PATH]
+/// [--force]`. Gives the exit code: 0, 1 for a failure, 2 for arguments that make no sense. The
+/// users are "anna" ("harbour lights", all rights), "ben" ("paper boats": may view and edit events,
+/// view donations and send mailings) and "viewer" ("just looking": may only view events).
 int demoCommand(std::span<const std::string> args);
 
 } // namespace refhost

@@ -41,6 +41,8 @@ int demoCommand(std::span<const std::string> args)
          dialectOption(options.dialect),
          {"--seed", "NUMBER", "Another number makes other donors and events (1).",
           [&](const std::string& text) { options.seed = seedFrom(text); }},
+         {"--small", "", "Leaves out the event with thousands of participants.",
+          [&](const std::string&) { makeSmall(options); }},
          {"--addin", "DIR", "The add-in's folder with data/, cache/ and pages/.",
           [&](const std::string& text) { options.addInPath = text; }},
          {"--force", "", "Replaces a file that is there.",

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "automation/currency.h"
+#include "host/demo/entering.h"
 #include "host/demo/event_series.h"
 #include "host/demo/urn.h"
 
@@ -22,17 +23,18 @@ struct MadeEvent {
     const EventSeries* series = nullptr;
     qmevents::Date start;
     bool cancelled = false;
+    int crowd = 0;                        ///< Participants of the one event that everybody is at.
     std::vector<std::size_t> guests = {}; ///< Donors who came or will come.
     std::vector<MadeReservation> reservations = {};
 };
 
-/// Writes what belongs to an event: activities, participants with their groups, reservations with
+/// Enters what belongs to an event: activities, participants with their groups, reservations with
 /// their lines, expenses and tasks; as far as they would be known today.
 class ChildMaker {
 public:
-    ChildMaker(RowWriter& rows, const Urn& urn, const std::map<std::string, std::int32_t>& groups,
-               const std::vector<std::int32_t>& assignees, std::int32_t user, Random random,
-               qmevents::Date today);
+    ChildMaker(Entering& entering, const Urn& urn,
+               const std::map<std::string, std::int32_t>& groups,
+               const std::vector<std::int32_t>& assignees, Random random, qmevents::Date today);
 
     /// Fills in the guests and reservations of `event`, too.
     void fill(MadeEvent& event);
@@ -43,25 +45,31 @@ private:
         std::int32_t id = 0;
         int left = 0;
     };
+    struct Line {
+        const Activity* activity = nullptr;
+        int quantity = 0;
+        qmevents::Currency price;
+    };
 
     void makeActivities(const MadeEvent& event);
     void makeParticipants(MadeEvent& event);
+    std::vector<std::size_t> chooseParticipants(const MadeEvent& event, qmevents::Date listed);
     int drawStatus(bool past, bool invitationsSent);
-    void joinGroups(const MadeEvent& event, std::int32_t donorId);
-    void makeReservation(MadeEvent& event, std::size_t guest);
-    Activity* chooseActivity(const Donor& donor);
-    qmevents::Currency makeLine(std::int32_t reservation, Activity& activity, qmevents::Date date);
+    void joinGroups(const MadeEvent& event, const qmevents::Value& participant);
+    void makeReservations(MadeEvent& event);
+    void makeReservation(MadeEvent& event, std::size_t guest, int lineCount);
+    std::vector<Line> chooseLines(const Donor& donor, int count);
+    Activity* chooseActivity(const Donor& donor, const std::vector<Line>& taken);
+    void addLine(const qmevents::Value& reservation, const Line& line);
+    std::string answerTo(const QuestionPlan& question);
     qmevents::Currency paidAtOnce(qmevents::Currency total, bool past, bool& byGift);
     void makeExpenses(const MadeEvent& event);
     void makeTasks(const MadeEvent& event);
 
-    Cell by() const { return key("CreateUser", user_); }
-
-    RowWriter& rows_;
+    Entering& entering_;
     const Urn& urn_;
     const std::map<std::string, std::int32_t>& groups_;
     const std::vector<std::int32_t>& assignees_;
-    std::int32_t user_;
     Random random_;
     qmevents::Date today_;
     std::vector<Activity> activities_; // of the event that is being filled

@@ -43,8 +43,8 @@ void need(bool saved, const std::string& what)
 } // namespace
 
 EventMaker::EventMaker(const Ref<Object>& app, const Codes& codes, const Urn& urn, Random random,
-                       Date today)
-    : codes_(codes), urn_(urn), random_(random), today_(today)
+                       Date today, int crowd)
+    : codes_(codes), urn_(urn), random_(random), today_(today), crowd_(crowd)
 {
     const Ref<Object> events = getObject(getObject(app, "Modules"), "Events");
     const Ref<Object> root = toObject(call(events, "Objects", "Events"));
@@ -173,6 +173,8 @@ MadeEvent EventMaker::save(const EventSeries& series, Date day)
     Clock::pin(atHour(std::min(day.plusDays(-daysOfPlanning), today_.plusDays(-1)), 10.5));
 
     const int yearsAgo = today_.civil().year - day.civil().year;
+    if (series.guests.drawsCrowd && yearsAgo == 0) made.crowd = crowd_;
+    const int times = timesAsMany(series, made.crowd);
     const auto grown = [&](int amount) { return amount - amount * 6 * yearsAgo / 100; };
     const std::string name = std::string(series.name) + " " + std::to_string(day.civil().year);
     const std::string_view theme = random_.pick(themes());
@@ -190,12 +192,13 @@ MadeEvent EventMaker::save(const EventSeries& series, Date day)
         put(event, "RSVPDateTime", day.plusDays(-series.occasion.replyDaysBefore));
     }
     put(event, "MinCapacity", series.goals.minimum);
-    put(event, "MaxCapacity", series.goals.maximum);
-    put(event, "RevenueGoal", Currency::fromUnits(grown(series.goals.revenue) / 100 * 100LL));
-    put(event, "AttendanceGoal", grown(series.goals.attendance));
+    put(event, "MaxCapacity", series.goals.maximum * times);
+    put(event, "RevenueGoal",
+        Currency::fromUnits(grown(series.goals.revenue) * times / 100 * 100LL));
+    put(event, "AttendanceGoal", grown(series.goals.attendance) * times);
     put(event, "FKLocationId", locations_.at(std::string(series.location)));
     put(event, "FKCategoryId", categories_.at(std::string(series.category)));
-    const std::string status(statusFor(day));
+    const std::string status(made.crowd > 0 ? "Completed" : statusFor(day));
     made.cancelled = status == "Cancelled";
     put(event, "FKStatusId", statuses_.at(status));
     if (!coordinators_.empty() && random_.chance(90)) {

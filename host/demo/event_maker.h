@@ -15,9 +15,10 @@ namespace refhost::demo {
 /// objects, as if they had been entered one by one on the days of their planning.
 class EventMaker {
 public:
-    /// `app` is what scripts call App. Throws Error when the add-in refuses something.
+    /// `app` is what scripts call App; one of the last events shall have `crowd` participants.
+    /// Throws Error when the add-in refuses something.
     EventMaker(const qmevents::Ref<qmevents::Object>& app, const Codes& codes, const Urn& urn,
-               Random random, qmevents::Date today);
+               Random random, qmevents::Date today, int crowd);
 
     /// The saved events in the order of their days.
     std::vector<MadeEvent> make();
@@ -41,6 +42,7 @@ private:
     const Urn& urn_;
     Random random_;
     qmevents::Date today_;
+    int crowd_;
     Keys categories_, statuses_, locations_, groups_;
     std::vector<std::int32_t> coordinators_;
 };

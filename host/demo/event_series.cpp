@@ -1,16 +1,34 @@
 #include "host/demo/event_series.h"
 
+#include <algorithm>
+
 namespace refhost::demo {
 namespace {
 
-constexpr QuestionPlan meal = {2, "Meal", "What the guest would like to eat.", "Fish",
-                               "Fish|Poultry|Vegetarian|Vegan"};
-constexpr QuestionPlan shirt = {2, "Shirt size", "For the runner's shirt.", "M", "XS|S|M|L|XL"};
-constexpr QuestionPlan handicap = {1, "Handicap", "The player's official handicap.", "", ""};
-constexpr QuestionPlan seating = {3, "Seat with", "People to sit near, or a table.", "",
-                                  "Anywhere|Near the stage|Near the door"};
-constexpr QuestionPlan logo = {6, "Logo received", "The sponsor has sent a logo to print.", "0",
-                               ""};
+constexpr QuestionPlan meal[] = {{fieldKind::list, "Meal", "What the guest would like to eat.",
+                                  "Fish", "Fish|Poultry|Vegetarian|Vegan"}};
+constexpr QuestionPlan shirt[] = {
+    {fieldKind::list, "Shirt size", "For the runner's shirt.", "M", "XS|S|M|L|XL"}};
+constexpr QuestionPlan handicap[] = {
+    {fieldKind::text, "Handicap", "The player's official handicap.", "", "5|9|14|18|22|28|36"}};
+constexpr QuestionPlan seating[] = {{fieldKind::listOrText, "Seat with",
+                                     "People to sit near, or a table.", "",
+                                     "Anywhere|Near the stage|Near the door"}};
+constexpr QuestionPlan logo[] = {
+    {fieldKind::checkBox, "Logo received", "The sponsor has sent a logo to print.", "0", ""}};
+constexpr QuestionPlan goods[] = {{fieldKind::text, "Goods", "What the stall sells.", "",
+                                   "Jam & honey|Second-hand books|Wooden toys|Knitted \"things\""}};
+constexpr QuestionPlan donorSince[] = {
+    {fieldKind::date, "Donor since", "When the guest first gave, for the name badge.", "", ""}};
+constexpr QuestionPlan team[] = {
+    {fieldKind::text, "Team name", "As it is called at the finish.", "",
+     "The Late Starters|Quay Street Striders|Slow & Steady|Café Allegro|<Enter> Athletics"},
+    {fieldKind::list, "Start wave", "Ten minutes apart, the fastest first.", "Second",
+     "First|Second|Third"},
+    {fieldKind::listOrText, "Shirts", "Sizes for the whole team.", "As in the list by e-mail",
+     "As in the list by e-mail|All M|Three M, three L"},
+    {fieldKind::date, "Running together since", "For the speaker at the start.", "", ""},
+    {fieldKind::checkBox, "Needs a tent", "Three metres by three, beside the boathouse.", "0", ""}};
 
 constexpr ActivityPlan galaActivities[] = {
     {"Dinner Seat", "Reception, three courses and dancing.", 150, 62, 140, false, false, 12, meal},
@@ -49,8 +67,8 @@ constexpr ActivityPlan volunteerActivities[] = {
 constexpr ActivityPlan runActivities[] = {
     {"Ten Kilometres", "Chip timing and a shirt.", 35, 11, 150, false, false, 8, shirt},
     {"Five Kilometres", "Walk or run.", 20, 9, 200, false, false, 9, shirt},
-    {"Children's Mile", "Up to twelve years.", 5, 3, 80, false, false, 4, shirt},
-    {"Team Entry", "Up to six runners of one firm.", 150, 54, 20, false, false, 3, {}},
+    {"Children's Mile", "Up to twelve years.", 5, 3, 140, false, false, 4, shirt},
+    {"Team Entry", "Up to six runners of one firm.", 150, 54, 40, false, false, 5, team},
     {"Kilometre Sponsor", "A banner at one kilometre.", 500, 45, 10, true, false, 2, logo},
     {"Water Station Sponsor", "Cups and banners.", 900, 110, 4, true, false, 1, logo}};
 constexpr ActivityPlan gardenActivities[] = {
@@ -60,26 +78,11 @@ constexpr ActivityPlan gardenActivities[] = {
 constexpr ActivityPlan familyActivities[] = {
     {"Family Pass", "Two adults and all their children.", 30, 8, 120, false, false, 10, {}},
     {"Adult", "All stalls and the brass band.", 12, 3, 150, false, false, 6, {}},
-    {"Stall",
-     "A stall of three metres.",
-     80,
-     15,
-     30,
-     false,
-     false,
-     3,
-     {1, "Goods", "What the stall sells.", "", ""}},
+    {"Stall", "A stall of three metres.", 80, 15, 30, false, false, 3, goods},
     {"Stage Sponsor", "Name over the stage all day.", 1200, 75, 2, true, false, 1, logo}};
 constexpr ActivityPlan breakfastActivities[] = {
-    {"Breakfast Seat",
-     "A cooked breakfast and a report on the year.",
-     45,
-     22,
-     60,
-     false,
-     false,
-     9,
-     {4, "Donor since", "When the guest first gave, for the name badge.", "", ""}},
+    {"Breakfast Seat", "A cooked breakfast and a report on the year.", 45, 22, 60, false, false, 9,
+     donorSince},
     {"Table Host", "Brings seven guests.", 320, 176, 6, false, false, 2, seating}};
 constexpr ActivityPlan carolActivities[] = {
     {"Seat", "Nave and aisles.", 18, 4, 200, false, false, 10, {}},
@@ -170,7 +173,7 @@ constexpr EventSeries series[] = {
      "Riverside Park",
      {5, 16, 1, 9, 4, 5},
      {80, 400, 9000, 130},
-     {"Volunteers", 240, 65, 6},
+     {"Volunteers", 240, 65, 6, true},
      "Five and ten kilometres along the river, and a mile for children.",
      "In heavy rain the course is shortened to the upper park.",
      runActivities,
@@ -272,6 +275,23 @@ constexpr std::string_view yearThemes[] = {"Under the Lanterns", "A Table for Ev
                                            "Home Waters", "Ten Thousand Meals", "New Roots"};
 
 } // namespace
+
+std::vector<std::string> QuestionPlan::eachChoice() const
+{
+    std::vector<std::string> each;
+    std::string_view rest = choices;
+    while (!rest.empty()) {
+        const std::size_t end = std::min(rest.find('|'), rest.size());
+        each.emplace_back(rest.substr(0, end));
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    return each;
+}
+
+int timesAsMany(const EventSeries& one, int crowd)
+{
+    return std::max(1, crowd / std::max(1, one.guests.listed));
+}
 
 std::span<const EventSeries> eventSeries() { return series; }
 std::span<const LocationPlan> locations() { return places; }

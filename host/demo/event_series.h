@@ -1,17 +1,36 @@
 #pragma once
 
+#include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 // What an organisation does year after year: the plans from which the demonstration's events are
 // made, one event per series and year.
 namespace refhost::demo {
 
+/// The kinds of questions.
+namespace fieldKind {
+constexpr std::int16_t text = 1;
+constexpr std::int16_t list = 2;
+constexpr std::int16_t listOrText = 3;
+constexpr std::int16_t date = 4;
+constexpr std::int16_t checkBox = 6;
+} // namespace fieldKind
+
 /// A question that a reservation of the activity asks.
 struct QuestionPlan {
-    int fieldType = 0; ///< 1 text, 2 list, 3 list with own text, 4 date, 6 check box; 0 for none.
+    std::int16_t fieldType = 0;
     std::string_view name, description, defaultValue;
-    std::string_view choices; ///< Separated by "|".
+    /// The choices of a list or, of a text, what people write; separated by "|".
+    std::string_view choices;
+
+    bool isList() const
+    {
+        return fieldType == fieldKind::list || fieldType == fieldKind::listOrText;
+    }
+    std::vector<std::string> eachChoice() const;
 };
 
 struct ActivityPlan {
@@ -20,7 +39,7 @@ struct ActivityPlan {
     bool sponsorship = false;
     bool unlimited = false;
     int demand = 1; ///< How often it is reserved, against the others of the event.
-    QuestionPlan question;
+    std::span<const QuestionPlan> questions;
 };
 
 struct ExpensePlan {
@@ -52,10 +71,11 @@ struct Goals {
 };
 
 struct GuestPlan {
-    std::string_view group; ///< The invitation group that comes first.
-    int listed = 60;        ///< Donors on the participant list.
-    int reserving = 40;     ///< How many of a hundred that come reserve something.
-    int giving = 10;        ///< How many of a hundred that come give beside that.
+    std::string_view group;  ///< The invitation group that comes first.
+    int listed = 60;         ///< Donors on the participant list.
+    int reserving = 40;      ///< How many of a hundred that come reserve something.
+    int giving = 10;         ///< How many of a hundred that come give beside that.
+    bool drawsCrowd = false; ///< Whether, this year, about everybody is on the list.
 };
 
 struct EventSeries {
@@ -68,6 +88,9 @@ struct EventSeries {
     std::span<const ExpensePlan> expenses;
     std::span<const TaskPlan> tasks;
 };
+
+/// By how much a `crowd` is larger than what the series has in other years; 1 for none.
+int timesAsMany(const EventSeries& series, int crowd);
 
 std::span<const EventSeries> eventSeries();
 std::span<const LocationPlan> locations();

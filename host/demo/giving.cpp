@@ -182,6 +182,7 @@ Written write(RowWriter& rows, const Urn& urn, const Gift& gift)
                         key("FKFund", gift.fund), key("FKCampaign", gift.campaign),
                         key("FKSource", gift.source), key("FKEventId", gift.event),
                         key("FKReservationId", gift.reservation), text("note", gift.note)});
+    if (gift.deleted) return written; // its payments went with it
     for (const Payment& payment : gift.payments) {
         const bool received = payment.received.hasDate();
         const std::int32_t id = rows.insert(

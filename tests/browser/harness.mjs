@@ -168,11 +168,11 @@ after(async () => {
 
 let demo;
 
-/** Path of the demonstration database, made once for all tests of a file. */
+/** Path of the small demonstration database, made once for all tests of a file. */
 function demonstration() {
     demo ??= (async () => {
         const path = join(await newFolder(), "demo.db");
-        const { ended, log } = startHost("demo", path);
+        const { ended, log } = startHost("demo", path, "--small");
         assert.equal(await ended, 0, `making the demonstration database failed:\n${log()}`);
         return path;
     })();

@@ -5,7 +5,6 @@
 #include "host/demo/event_series.h"
 #include "host/demo/names.h"
 #include "host/demo/random.h"
-#include "host/demo/reservation_fields.h"
 
 namespace refhost::demo {
 namespace {
@@ -41,21 +40,6 @@ TEST(Names, MakeAddressesThatAnyMailProgramTakes)
             << address;
         EXPECT_FALSE(postalCode(town(random)).empty());
     }
-}
-
-TEST(ReservationFields, AreWrittenAsTheAddInReadsThem)
-{
-    const QuestionPlan meal{2, "Meal", "What to eat.", "Fish", "Fish|Vegan"};
-    EXPECT_EQ(fieldDefinitions(meal),
-              "<fields><field name=\"Meal\" type=\"2\" visible=\"1\">"
-              "<description><![CDATA[What to eat.]]></description>"
-              "<defaultvalue><![CDATA[Fish]]></defaultvalue><list>"
-              "<listitem visible=\"1\"><value><![CDATA[Fish]]></value></listitem>"
-              "<listitem visible=\"1\"><value><![CDATA[Vegan]]></value></listitem>"
-              "</list></field></fields>");
-    EXPECT_EQ(fieldValues(meal, "Vegan"), "<fields><field name=\"Meal\" type=\"2\">"
-                                          "<value><![CDATA[Vegan]]></value></field></fields>");
-    EXPECT_EQ(fieldDefinitions({}), "");
 }
 
 TEST(EventSeries, NameOnlyLocationsThatThereAre)

@@ -35,6 +35,7 @@ protected:
         result.addInPath = SOURCE_FOLDER;
         result.donors = 150;
         result.gifts = 300;
+        result.crowd = 0;
         return result;
     }
 
@@ -102,7 +103,7 @@ TEST_F(Demo, LooksLikeAnOrganisationsLifeInBothDialects)
         none("(donor_gifts g INNER JOIN donor_donors d ON g.donorId = d.id) "
              "WHERE g.created < d.created");
         none("donor_gifts g LEFT JOIN donor_gifts_payments p ON g.id = p.giftId "
-             "WHERE p.id IS NULL");
+             "WHERE p.id IS NULL AND g.deleted = 0");
         some("donor_gifts g INNER JOIN donor_gifts_payments p ON g.FKMatch = p.id "
              "WHERE p.FKMatch = g.id");
         some("vw_events_events WHERE PledgesExpectedTotal > PledgesReceivedTotal");
@@ -110,6 +111,34 @@ TEST_F(Demo, LooksLikeAnOrganisationsLifeInBothDialects)
              "AND SponsorshipsRevenue > 0 AND NumberAttended > 10");
         some("vw_events_donor_summary WHERE totalamountlastyear > 0 AND totalamountcurryear > 0");
     }
+}
+
+TEST_F(Demo, FillsOneEventWithACrowdThroughTheAddIn)
+{
+    DemoOptions crowded = options("a", Dialect::jet);
+    crowded.donors = 300;
+    crowded.crowd = 125;
+    makeDemo(crowded);
+    SqlSession sql(Database::open(crowded.database), crowded.dialect);
+    const auto largest =
+        number(sql, "SELECT Id FROM events_event_info WHERE Name = 'Riverside Run 2026'");
+    const auto count = [&](const std::string& from, const std::string& condition) {
+        return number(sql, "SELECT COUNT(*) FROM " + from + " WHERE " + condition);
+    };
+    const std::string ofIt = "FKEventId = " + std::to_string(largest);
+    EXPECT_EQ(count("events_event_participants", ofIt), 125);
+    EXPECT_EQ(count("events_event_reservations", ofIt), 30);
+    const std::string lines = "events_event_reservations_activities l INNER JOIN "
+                              "events_event_reservations r ON l.FKReservationId = r.Id";
+    EXPECT_EQ(count(lines, ofIt), 75);
+    for (const char* type : {"1", "2", "3", "4", "6"}) {
+        const std::string held = "ReservationInfo LIKE '%type=\"" + std::string(type) + "\"%'";
+        EXPECT_GT(count(lines, ofIt + " AND " + held), 0) << type;
+        EXPECT_GT(count("events_event_activities", ofIt + " AND " + held), 0) << type;
+    }
+    // Whoever was entered through the add-in finds that in their history.
+    EXPECT_EQ(count("actions_interactions", "reference = '" + std::to_string(largest) + "'"),
+              125 + 30);
 }
 
 TEST_F(Demo, LetsItsUsersSignInWithTheirRights)
@@ -165,6 +194,7 @@ TEST_F(Demo, RefusesArgumentsThatMakeNoSense)
                  {{"--db", file, "--dialect", "other"}, "other"},
                  {{"--db", file, "--seed", "-1"}, "--seed takes a whole number, not -1"},
                  {{"--db", file, "--seed", "99999999999999999999"}, "--seed takes"},
+                 {{"--db", file, "--small=1"}, "--small"},
                  {{"--db", file, "--donors", "5"}, "there is no option --donors"},
                  {{"--db", file, "extra"}, "what is extra?"}};
     for (const auto& [args, reason] : cases) {
