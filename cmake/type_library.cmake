@@ -7,8 +7,7 @@ set(QM_NATIVE_BUILD ${CMAKE_SOURCE_DIR}/build/release CACHE PATH
 
 find_program(WIDL NAMES ${CMAKE_SYSTEM_PROCESSOR}-w64-mingw32-widl REQUIRED)
 # The system's basic types, which every type library refers to; Wine brings them along.
-string(REPLACE i686 i386 wine_processor ${CMAKE_SYSTEM_PROCESSOR})
-file(GLOB standard_types /usr/lib/*/wine/${wine_processor}-windows/stdole2.tlb)
+file(GLOB standard_types /usr/lib/*/wine/*-windows/stdole2.tlb)
 if(NOT standard_types)
     message(FATAL_ERROR "stdole2.tlb is missing: install Debian's package libwine")
 endif()
@@ -36,5 +35,6 @@ function(add_type_library target)
     set(resources ${CMAKE_CURRENT_BINARY_DIR}/qmevents.rc)
     configure_file(${CMAKE_SOURCE_DIR}/com/qmevents.rc.in ${resources} @ONLY)
     set_source_files_properties(${resources} PROPERTIES OBJECT_DEPENDS ${QM_TYPE_LIBRARY})
-    target_sources(${target} PRIVATE ${resources} ${CMAKE_SOURCE_DIR}/com/type_library.cpp)
+    target_sources(${target} PRIVATE ${resources})
+    set_target_properties(${target} PROPERTIES QM_TYPE_LIBRARY ${QM_TYPE_LIBRARY})
 endfunction()

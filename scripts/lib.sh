@@ -16,6 +16,11 @@ testsPassed=0
 buildPackages=(g++ cmake ninja-build ccache pkg-config libsqlite3-dev libcpp-httplib-dev
     nlohmann-json3-dev libpugixml-dev libsodium-dev libgtest-dev libgmock-dev libbenchmark-dev)
 
+# What the Windows builds and their tests take besides. GoogleTest is built from its sources there,
+# and the type library refers to the system's, which Wine brings along.
+comPackages=(g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools googletest
+    wine wine64 libwine)
+
 fail() {
     printf '%s\n' "scripts/$(basename "$0"): failed: $*" >&2
     exit 1
