@@ -76,8 +76,8 @@ const figures = sections.flatMap(({ rows }) => rows.map(([property]) => property
 /** All that the overview reads of an event. */
 export const overviewColumns = [...new Set([...facts, ...figures])];
 
-/** The overview of an event with `values`, as a description of a tab (see details_model.js). */
-export function overviewTab(values, { lookups, format }) {
+/** The overview's sections for the model (see details_model.js). */
+export function overviewSections({ event, lookups, format }) {
     const writers = {
         [amount]: (value) => format.money(value.rounded()),
         [count]: (value) => format.whole(value),
@@ -86,21 +86,16 @@ export function overviewTab(values, { lookups, format }) {
         [choice]: (value, property) => nameIn(lookups[property], value),
         [text]: (value) => value,
     };
-    return {
-        key: "events_overview",
-        title: "Overview",
-        operation: "events/view",
-        sections: sections.map(({ key, title, rows }) => ({
-            key,
-            title,
-            rows: rows
-                .map(([property, name, how]) => ({
-                    id: property,
-                    name,
-                    value: writers[how](values[property], property),
-                    halfWidth: how !== text,
-                }))
-                .filter(({ value }) => value),
-        })),
-    };
+    return sections.map(({ key, title, rows }) => ({
+        key,
+        title,
+        rows: rows
+            .map(([property, name, how]) => ({
+                id: property,
+                name,
+                value: writers[how](event[property], property),
+                halfWidth: how !== text,
+            }))
+            .filter(({ value }) => value),
+    }));
 }

@@ -1,59 +1,8 @@
-// Shows the details page's model: tabs, where there are several, and boxes of rows.
+// Shows a tab of the details page's model: boxes of rows.
 
-/** Shows `tabs` (see readModel) with their heads in `head` and their panels in `panels`. */
-export function showModel(tabs, head, panels) {
-    const shown = tabs.map(panelOf);
-    panels.replaceChildren(...shown);
-    head.hidden = tabs.length < 2;
-    if (tabs.length < 2) {
-        head.replaceChildren();
-        return;
-    }
-    const chosen = head.querySelector('[aria-selected="true"]')?.dataset.key;
-    const buttons = tabs.map((tab) => tabButton(tab));
-    head.replaceChildren(...buttons);
-    const select = (index) => {
-        for (const [at, button] of buttons.entries()) {
-            button.setAttribute("aria-selected", String(at === index));
-            button.tabIndex = at === index ? 0 : -1;
-            shown[at].hidden = at !== index;
-        }
-    };
-    for (const [index, button] of buttons.entries()) {
-        button.addEventListener("click", () => select(index));
-        button.addEventListener("keydown", ({ key }) => {
-            const step = { ArrowRight: 1, ArrowLeft: -1 }[key];
-            if (!step) return;
-            const next = (index + step + buttons.length) % buttons.length;
-            select(next);
-            buttons[next].focus();
-        });
-        shown[index].setAttribute("role", "tabpanel");
-        shown[index].setAttribute("aria-labelledby", button.id);
-    }
-    select(
-        Math.max(
-            tabs.findIndex(({ key }) => key === chosen),
-            0,
-        ),
-    );
-}
-
-function tabButton({ key, title }) {
-    const button = document.createElement("button");
-    button.type = "button";
-    button.id = `tab-${key}`;
-    button.dataset.key = key;
-    button.setAttribute("role", "tab");
-    button.textContent = title;
-    return button;
-}
-
-function panelOf({ sections }) {
-    const panel = document.createElement("div");
-    panel.className = "boxes";
-    panel.append(...sections.filter(({ rows }) => rows.length > 0).map(boxOf));
-    return panel;
+/** Fills `panel` with the sections that have rows (see readModel). */
+export function showBoxes(panel, sections) {
+    panel.replaceChildren(...sections.filter(({ rows }) => rows.length > 0).map(boxOf));
 }
 
 function boxOf({ key, title, link, rows }) {

@@ -6,29 +6,36 @@ import { noticeLater, reportFailure } from "../lib/notice.js";
 import { startPage } from "../lib/page.js";
 import { commands, manage } from "./addin.js";
 import { fillModel, readModel } from "./details_model.js";
-import { auditColumns, overviewColumns, overviewTab } from "./details_overview.js";
-import { showModel } from "./details_view.js";
+import { auditColumns, overviewColumns } from "./details_overview.js";
+import { showTabs, tabsForModel } from "./details_tabs.js";
 import { showMissing } from "./missing_event.js";
 import { loadLookups } from "./lookups.js";
 
-const id = Number(new URLSearchParams(location.search).get("id"));
+const eventId = Number(new URLSearchParams(location.search).get("id"));
 const byId = (name) => document.getElementById(name);
 
-startPage("Events", async ({ format, allowed }) => {
+startPage("Events", async ({ session, format, allowed }) => {
+    const context = { eventId, session, format, allowed, refresh: load };
     let isDeleting = false;
+    let updateTabs;
 
     async function load() {
-        const event = id > 0 ? await manage().GetEvent(id) : null;
+        const event = eventId > 0 ? await manage().GetEvent(eventId) : null;
         if (!event) return showMissing("This event no longer exists.");
         const [values, lookups] = await Promise.all([
             read(event, [...overviewColumns, ...auditColumns]),
             loadLookups(overviewColumns),
         ]);
+        Object.assign(context, { event: values, lookups });
         showHead(values);
-        await fillModel(event, [overviewTab(values, { lookups, format })]);
-        showModel(await readModel(), byId("tabs"), byId("panels"));
-        byId("audit").textContent = await auditText(values);
+        await fillModel(event, tabsForModel(context));
+        const model = await readModel();
+        context.sections = (key) =>
+            model.find((tab) => tab.key === key || tab.key === `events_${key}`)?.sections ?? [];
         release(event);
+        byId("audit").textContent = await auditText(values);
+        if (updateTabs) return updateTabs();
+        updateTabs = await showTabs(model, context, { head: byId("tabs"), panels: byId("panels") });
     }
 
     function showHead({ Name, StartDateTime }) {
@@ -50,22 +57,28 @@ startPage("Events", async ({ format, allowed }) => {
         return texts.join(" ");
     }
 
-    byId("edit").hidden = !allowed("events/edit");
-    byId("delete").hidden = !allowed("events/delete");
-    byId("edit").addEventListener("click", () => {
-        commands().EditEvent(id);
-    });
-    byId("delete").addEventListener("click", async () => {
+    const offers = [
+        ["edit", "events/edit", () => commands().EditEvent(eventId)],
+        ["copy", "events/edit", () => commands().CopyEvent(eventId)],
+        ["delete", "events/delete", deleteEvent],
+    ];
+    for (const [id, right, run] of offers) {
+        byId(id).hidden = !allowed(right);
+        byId(id).addEventListener("click", () => run().catch(reportFailure));
+    }
+
+    async function deleteEvent() {
         isDeleting = true;
         await commands()
-            .DeleteEvent(id)
+            .DeleteEvent(eventId)
             .finally(() => {
                 isDeleting = false;
             });
-        if (await manage().GetEvent(id)) return load();
+        if (await manage().GetEvent(eventId)) return load();
         noticeLater("Event deleted.");
         location.assign("/events/events-view");
-    });
+    }
+
     if (allowed("events/edit")) bindKey("e", "Edit this event", () => byId("edit").click());
     document.addEventListener("hostrefresh", () => isDeleting || load().catch(reportFailure));
 

@@ -1,0 +1,13 @@
+// The tabs of the event details page, in their order. A tab is
+// - key: names it in the address ("&tab=expenses") and, after "events_", everywhere else;
+// - title;
+// - right: what a user needs to see it, "events/view" where it names none;
+// - sections(context): what it adds to the details page's model, if anything;
+// - show(panel, context): fills its panel when the tab is first chosen, and gives a function that
+//   brings the panel up to date at any time. `context` is { eventId, event, format, allowed,
+//   lookups, session, sections, refresh }: the event's values as they were last read, what the
+//   model holds for the tab, and a way to have the whole page read again.
+
+import { tab as overview } from "./overview.js";
+
+export const tabs = [overview];
