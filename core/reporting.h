@@ -14,6 +14,10 @@ public:
     AlreadyReported() : Error(ErrorNumber::objectNotSet) {}
 };
 
+/// Shows `failure` as unexpected through the host's shell. Where even that fails, as before
+/// `OnInitialize` or with a host that has no shell, throws `failure` itself: it is the cause.
+void showUnexpected(const Error& failure);
+
 /// Runs an operation that the host or a page called. A failure is reported through the host's
 /// shell, with its message and nothing else, and gives an empty result. A refused lock, which the
 /// host has reported itself, ends quietly.
@@ -28,7 +32,7 @@ auto reported(Operation operation)
     } catch (const AlreadyReported&) {
         // Told where it happened.
     } catch (const Error& error) {
-        host().shell().errorUnexpected(error.description());
+        showUnexpected(error);
     }
     if constexpr (!std::is_void_v<Result>) return Result{};
 }

@@ -70,7 +70,7 @@ test("Its samples run once it is registered, and not after", async () => {
     assert.deepEqual(await wine("cscript", "//nologo", "host.vbs"), [
         "Menu entry: View Event (command 10001)",
         "Error 438 from QMEvents: Object doesn't support this property or method " +
-            "(Application.Document)",
+            "(Object.Document)",
     ]);
     assert.deepEqual(await wine("host.exe"), ["Menu entry: View Event"]);
 

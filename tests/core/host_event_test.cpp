@@ -52,6 +52,21 @@ TEST(RootObjects, GiveLinksOfTheirOwnAndOneCollectionForEver)
     EXPECT_EQ(toInt32(get(toObject(call(root, "Links")), "Count")), 1);
 }
 
+TEST(RootObjects, GiveTheCauseWhereTheHostCannotEvenShowIt)
+{
+    releaseAddIn();
+    const auto events = createRootObject("QMEvents.Events");
+    call(events, "OnInitialize", puppet("BareApp"));
+    try {
+        call(getObject(events, "EventsManage"), "GetEvents");
+        FAIL() << "there is no document";
+    } catch (const Error& error) {
+        EXPECT_EQ(error.description(),
+                  "Object doesn't support this property or method (BareApp.Document)");
+    }
+    releaseAddIn();
+}
+
 TEST(HostEvents, AreMatchedExactlyAndUnknownOnesIgnored)
 {
     ScriptedHost host;
