@@ -34,7 +34,7 @@ export function rowFrom(template, texts) {
 /** Up, Down, Home and End go from one row's link to another's. */
 export function arrowKeys(body) {
     body.addEventListener("keydown", (event) => {
-        const links = [...body.querySelectorAll("a.row-link")];
+        const links = [...body.querySelectorAll(".row-link")];
         const at = links.indexOf(event.target);
         const to = { ArrowUp: at - 1, ArrowDown: at + 1, Home: 0, End: links.length - 1 }[
             event.key
