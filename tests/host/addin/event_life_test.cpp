@@ -147,33 +147,36 @@ TEST_P(EventLife, DeletesAllThatBelongsToAnEventOrNothing)
             all += host.cell(std::string("SELECT COUNT(*) FROM ") + table) + " ";
         }
         return all + "linked " +
-               host.cell(
-                   "SELECT COUNT(*) FROM donor_gifts WHERE FKEventId <> 0 OR FKReservationId <> 0");
+               host.cell("SELECT COUNT(*) FROM donor_gifts WHERE FKEventId <> 0 OR FKReservationId "
+                         "<> 0") +
+               " deleted " + host.cell("SELECT COUNT(*) FROM donor_gifts WHERE deleted <> 0");
     };
-    ASSERT_EQ(counts(), "2 2 2 2 2 2 2 2 linked 4");
+    ASSERT_EQ(counts(), "2 2 2 2 2 2 2 2 linked 4 deleted 0");
 
     // Each statement fails in turn: everything is rolled back, the user is told, the lock is free.
-    int statements = 0;
-    for (int failing = 0;; ++failing) {
-        SCOPED_TRACE(failing);
-        int left = failing;
-        host.session->sql().beforeStatement = [&](std::string_view) {
-            if (left-- == 0) throw qmevents::Error(3000, "Document", "the disk is full");
-        };
-        host.frontEnd.seen.clear();
-        const bool deleted = qmevents::toBool(call(host.store(), "DeleteEvent", id, false));
-        host.session->sql().beforeStatement = nullptr;
-        if (deleted) break;
-        ++statements;
-        EXPECT_EQ(host.frontEnd.seen,
-                  (std::vector<std::string>{"unexpected error the disk is full|"}));
-        EXPECT_EQ(counts(), "2 2 2 2 2 2 2 2 linked 4");
-    }
-    EXPECT_GE(statements, 10);
-    EXPECT_EQ(counts(), "1 1 1 1 1 1 1 1 linked 2");
+    const auto deletesAllOrNothing = [&](std::int32_t event, bool withGifts) {
+        const std::string before = counts();
+        for (int failing = 0;; ++failing) {
+            SCOPED_TRACE(failing);
+            int left = failing;
+            host.session->sql().beforeStatement = [&](std::string_view) {
+                if (left-- == 0) throw qmevents::Error(3000, "Document", "the disk is full");
+            };
+            host.frontEnd.seen.clear();
+            const bool deleted =
+                qmevents::toBool(call(host.store(), "DeleteEvent", event, withGifts));
+            host.session->sql().beforeStatement = nullptr;
+            if (deleted) return failing;
+            EXPECT_EQ(host.frontEnd.seen,
+                      (std::vector<std::string>{"unexpected error the disk is full|"}));
+            EXPECT_EQ(counts(), before);
+        }
+    };
+    EXPECT_GE(deletesAllOrNothing(id, false), 10);
+    EXPECT_EQ(counts(), "1 1 1 1 1 1 1 1 linked 2 deleted 0");
     EXPECT_TRUE(call(host.store(), "GetEvent", id).isNothing());
-    EXPECT_TRUE(qmevents::toBool(call(host.store(), "DeleteEvent", other, true)));
-    EXPECT_EQ(host.cell("SELECT COUNT(*) FROM donor_gifts WHERE deleted <> 0"), "2");
+    EXPECT_GE(deletesAllOrNothing(other, true), 16);
+    EXPECT_EQ(counts(), "0 0 0 0 0 0 0 0 linked 2 deleted 2");
 }
 
 TEST_P(EventLife, TellsTheSecondUserWhoHoldsTheEvent)

@@ -4,94 +4,33 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <functional>
 #include <random>
 #include <thread>
 
-#include "tests/host/addin/whole_host.h"
+#include "tests/host/addin/full_event.h"
 
 namespace refhost {
 namespace {
 
 namespace fs = std::filesystem;
-using qmevents::Date;
 using qmevents::toBool;
-using qmevents::toInt32;
 
 constexpr int kills = 50;
 constexpr int longestWork = 60; // milliseconds
-constexpr const char* complete = "complete";
 
 /// Makes events with something of everything, and deletes them again, for ever.
-class BusyUser {
-public:
-    BusyUser(Dialect dialect, const fs::path& file) : host_(dialect, Database::open(file)) {}
-
-    void workOn()
-    {
-        for (;;) {
-            makeEvent();
-            deleteOldest();
-        }
+[[noreturn]] void work(Dialect dialect, const fs::path& file, const std::function<void()>& signedIn)
+{
+    const WholeHost host(dialect, Database::open(file));
+    signedIn();
+    for (;;) {
+        EventFiller(host).fill();
+        if (std::stoi(host.cell("SELECT COUNT(*) FROM events_event_info")) < 3) continue;
+        const auto oldest = host.cell("SELECT MIN(Id) FROM events_event_info");
+        if (!toBool(call(host.store(), "DeleteEvent", std::stoi(oldest), false))) ::_exit(1);
     }
-
-private:
-    Ref<Object> make(const char* operation, std::int32_t event) const
-    {
-        return toObject(call(host_.store(), operation, event));
-    }
-    void save(const char* operation, const Ref<Object>& record) const
-    {
-        if (!toBool(call(host_.store(), operation, record))) ::_exit(1);
-    }
-    void makeEvent() const
-    {
-        const auto event = toObject(call(host_.store(), "GetNewEvent"));
-        put(event, "Name", "Gala");
-        put(event, "StartDateTime", Date::of(2026, 12, 1, 18));
-        save("UpdateEvent", event);
-        const std::int32_t id = toInt32(get(event, "Id"));
-        const auto seat = make("GetNewEventActivity", id);
-        put(seat, "Name", "Seat");
-        put(seat, "QuantityAvailable", 10);
-        save("UpdateEventActivity", seat);
-        const auto participants = toObject(call(host_.store(), "GetNewEventParticipants"));
-        for (const int donor : {1, 2}) {
-            const auto one = toObject(call(host_.store(), "GetNewEventParticipant", id, donor));
-            call(one, "AddInvitationGroup", 1, "Press");
-            call(participants, "Add", one);
-        }
-        if (!toBool(call(host_.store(), "AddEventParticipants", id, participants))) ::_exit(1);
-        const auto reservation = make("GetNewEventReservation", id);
-        put(reservation, "FKdonorId", 1);
-        put(reservation, "ReservationDate", Date::of(2026, 11, 21));
-        const auto line = toObject(call(host_.store(), "GetNewEventReservationActivity"));
-        put(line, "FKActivityId", get(seat, "Id"));
-        put(line, "Quantity", 1);
-        call(getObject(reservation, "Activities"), "Add", line, 0);
-        save("UpdateEventReservation", reservation);
-        const auto expense = make("GetNewEventExpense", id);
-        put(expense, "ExpenseDate", Date::of(2026, 11, 21));
-        put(expense, "Amount", 5);
-        put(expense, "Description", "Flowers");
-        save("UpdateEventExpense", expense);
-        const auto task = make("GetNewEventTask", id);
-        put(task, "Name", "Call");
-        put(task, "DueDateTime", Date::of(2026, 11, 21));
-        save("UpdateEventTask", task);
-        host_.execute("INSERT INTO donor_gifts (donorId, FKEventId) VALUES (1, " +
-                      std::to_string(id) + ")");
-        put(event, "Notes", complete);
-        save("UpdateEvent", event);
-    }
-    void deleteOldest() const
-    {
-        if (std::stoi(host_.cell("SELECT COUNT(*) FROM events_event_info")) < 3) return;
-        const auto oldest = host_.cell("SELECT MIN(Id) FROM events_event_info");
-        if (!toBool(call(host_.store(), "DeleteEvent", std::stoi(oldest), false))) ::_exit(1);
-    }
-
-    WholeHost host_;
-};
+}
 
 /// A child process that works in the database until it is killed.
 class BusyProcess {
@@ -102,10 +41,14 @@ public:
         if (::pipe(ends) != 0) throw std::runtime_error("no pipe");
         process_ = ::fork();
         if (process_ == 0) {
-            BusyUser user(dialect, file);
-            const char signedIn = 1;
-            if (::write(ends[1], &signedIn, 1) == 1) user.workOn();
-            ::_exit(1);
+            try {
+                work(dialect, file, [&] {
+                    const char signedIn = 1;
+                    if (::write(ends[1], &signedIn, 1) != 1) ::_exit(1);
+                });
+            } catch (...) { // what was made for the parent shall not be ended here
+                ::_exit(1);
+            }
         }
         ::close(ends[1]);
         char signedIn = 0;
@@ -135,12 +78,7 @@ protected:
     {
         removeFile();
         const WholeHost host(GetParam(), Database::open(file));
-        for (const char* name : {"Lee, Kim", "Ode, Ann"}) {
-            host.execute("INSERT INTO donor_donors (display) VALUES ('" + std::string(name) + "')");
-        }
-        const auto group = toObject(call(host.lists(), "GetNewItem", "eventinvitationgroup"));
-        put(group, "Name", "Press");
-        call(host.lists(), "UpdateEventInvitationGroup", group);
+        EventFiller(host).prepare();
     }
     ~Killed() override { removeFile(); }
     void removeFile() const
@@ -152,15 +90,6 @@ protected:
 };
 INSTANTIATE_TEST_SUITE_P(Both, Killed, ::testing::Values(Dialect::sqlServer, Dialect::jet),
                          testNameOf);
-
-constexpr std::pair<const char*, int> rowsOfACompleteEvent[] = {
-    {"events_event_activities", 1},
-    {"events_event_participants", 2},
-    {"events_event_participants_groups", 2},
-    {"events_event_reservations", 1},
-    {"events_event_expenses", 1},
-    {"events_event_tasks", 1},
-    {"donor_gifts", 1}};
 
 TEST_P(Killed, LeavesEachEventWholeOrGoneAndTheDatabaseSound)
 {
@@ -176,7 +105,7 @@ TEST_P(Killed, LeavesEachEventWholeOrGoneAndTheDatabaseSound)
         ASSERT_EQ(host.frontEnd.seen, std::vector<std::string>{});
         const auto check = host.session->sql().hostQuery("PRAGMA integrity_check");
         ASSERT_EQ(std::get<std::string>(check.at(0).at(0)), "ok");
-        for (const auto& [table, perEvent] : rowsOfACompleteEvent) {
+        for (const auto& [table, perEvent] : rowsOfAFullEvent) {
             const std::string rows = "SELECT COUNT(*) FROM " + std::string(table) + " c ";
             EXPECT_EQ(host.cell(rows + "LEFT JOIN events_event_info e ON c.FKEventId = e.Id "
                                        "WHERE c.FKEventId <> 0 AND e.Id IS NULL"),
