@@ -30,28 +30,31 @@ std::wstring ownPath()
 
 // The system keeps a library in memory while someone holds a part of it, so asking for it each
 // time costs little and leaves nothing of ours to let go of when the component is unloaded.
-HRESULT findType(std::wstring name, ITypeInfo** info)
+HRESULT findType(const std::wstring& name, ITypeInfo** info)
 {
     if (!info) return E_POINTER;
     *info = nullptr;
     ComPtr<ITypeLib> library;
     const HRESULT loaded = LoadTypeLibEx(ownPath().c_str(), REGKIND_NONE, library.out());
     if (FAILED(loaded)) return loaded;
-    ComPtr<ITypeInfo> found;
-    MEMBERID member = MEMBERID_NIL;
-    USHORT count = 1;
-    const HRESULT searched = library->FindName(name.data(), 0, found.out(), &member, &count);
-    if (FAILED(searched)) return searched;
-    const bool isType = member == MEMBERID_NIL; // not a member of that name
-    if (count == 0 || !found || !isType) return TYPE_E_ELEMENTNOTFOUND;
-    *info = found.detach();
-    return S_OK;
+    // Not by FindName, which may give up at a member that has the type's name.
+    const UINT count = library->GetTypeInfoCount();
+    for (UINT i = 0; i < count; ++i) {
+        BSTR candidate = nullptr;
+        const HRESULT read =
+            library->GetDocumentation(static_cast<INT>(i), &candidate, nullptr, nullptr, nullptr);
+        if (FAILED(read)) return read;
+        const bool isIt = candidate && name == candidate;
+        SysFreeString(candidate);
+        if (isIt) return library->GetTypeInfo(i, info);
+    }
+    return TYPE_E_ELEMENTNOTFOUND;
 }
 
-HRESULT findTypeOf(std::wstring prefix, std::string_view className, ITypeInfo** info) noexcept
+HRESULT findTypeOf(const wchar_t* prefix, std::string_view className, ITypeInfo** info) noexcept
 {
     try {
-        return findType(std::move(prefix) + std::wstring(className.begin(), className.end()), info);
+        return findType(prefix + std::wstring(className.begin(), className.end()), info);
     } catch (...) { // only memory can run out here
         return E_OUTOFMEMORY;
     }
