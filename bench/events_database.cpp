@@ -9,12 +9,18 @@
 namespace bench {
 namespace {
 
+// Numbers from 1 to `count` as n(i).
+std::string numbers(int count)
+{
+    return "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < " +
+           std::to_string(count) + ") ";
+}
+
 // Rows made by the engine itself: every column filled, texts as long as people write them.
 std::string fillStatement(int events)
 {
-    return "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < " +
-           std::to_string(events) +
-           ") INSERT INTO events_event_info (Name, Description, FKLocationId, StartDateTime, "
+    return numbers(events) +
+           "INSERT INTO events_event_info (Name, Description, FKLocationId, StartDateTime, "
            "EndDateTime, RSVPDateTime, MaxCapacity, MinCapacity, FKCategoryId, FKStatusId, "
            "FKCoordinatorId, RevenueGoal, AttendanceGoal, FKFundId, FKCampaignId, FKAppealId, "
            "Notes, CreateUser, CreateDate, LastUpdateUser, LastUpdateDate) SELECT 'Benefit night "
@@ -25,10 +31,29 @@ std::string fillStatement(int events)
            "10:00:00', 1, '2025-07-01 11:30:00' FROM n";
 }
 
+void addParticipants(refhost::SqlSession& sql, int count)
+{
+    const std::string each = numbers(count);
+    for (const std::string& statement :
+         {each + "INSERT INTO donor_donors (display, entitytype, deleted) "
+                 "SELECT 'Donor, Number ' || i, 'Person', 0 FROM n",
+          numbers(5) + "INSERT INTO events_list_eventinvitationgroups (Name, Visible, [Order]) "
+                       "SELECT 'Group ' || i, 1, i FROM n",
+          each + "INSERT INTO events_event_participants (FKEventId, FKDonorId, Status, Notes, "
+                 "Attended, CreateUser, CreateDate) SELECT 1, i, i % 4, 'Brings a guest', i % 2, "
+                 "1, '2025-06-01 10:00:00' FROM n",
+          each + "INSERT INTO events_event_participants_groups (FKEventId, FKDonorId, "
+                 "FKInvitationGroupId) SELECT 1, i, 1 + i % 5 FROM n",
+          each + "INSERT INTO events_event_participants_groups (FKEventId, FKDonorId, "
+                 "FKInvitationGroupId) SELECT 1, i, 1 + (i + 1) % 5 FROM n WHERE i % 2 = 0"}) {
+        sql.hostExecute(statement);
+    }
+}
+
 } // namespace
 
-EventsDatabase::EventsDatabase(int events)
-    : events_(events),
+EventsDatabase::EventsDatabase(int events, int participants)
+    : events_(events), participants_(participants),
       file_((std::filesystem::temp_directory_path() /
              ("events_bench_" + std::to_string(::getpid()) + "_" + std::to_string(events) + ".db"))
                 .string())
@@ -41,6 +66,7 @@ EventsDatabase::EventsDatabase(int events)
     session_ = std::make_unique<refhost::Session>(std::move(options));
     if (sqlite3_open(file_.c_str(), &raw_) != SQLITE_OK) throw std::runtime_error(file_);
     session_->sql().hostExecute(fillStatement(events));
+    if (participants > 0) addParticipants(session_->sql(), participants);
 }
 
 EventsDatabase::~EventsDatabase()
@@ -59,12 +85,14 @@ qmevents::Ref<qmevents::Object> EventsDatabase::store()
     return getObject(toObject(call(module, "Objects", "Events")), "EventsManage");
 }
 
-EventsDatabase& databaseOf(std::int64_t events)
+EventsDatabase& databaseOf(std::int64_t eventCount, std::int64_t participantCount)
 {
     static std::unique_ptr<EventsDatabase> database;
-    if (!database || database->events() != events) {
+    const auto events = static_cast<int>(eventCount);
+    const auto participants = static_cast<int>(participantCount);
+    if (!database || !database->holds(events, participants)) {
         database.reset(); // the old session leaves its thread first
-        database = std::make_unique<EventsDatabase>(static_cast<int>(events));
+        database = std::make_unique<EventsDatabase>(events, participants);
     }
     return *database;
 }

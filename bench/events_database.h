@@ -23,27 +23,32 @@ public:
 };
 
 /// A database file with `events` rows in events_event_info, a signed-in session on it, and a raw
-/// connection to the same file.
+/// connection to the same file. There are as many donors as `participants` of the first event,
+/// each in two of five invitation groups, or in one.
 class EventsDatabase {
 public:
-    explicit EventsDatabase(int events);
+    explicit EventsDatabase(int events, int participants = 0);
     EventsDatabase(const EventsDatabase&) = delete;
     ~EventsDatabase();
 
     qmevents::Ref<qmevents::Object> store();
     refhost::Session& session() { return *session_; }
     sqlite3* raw() { return raw_; }
-    int events() const { return events_; }
+    bool holds(int events, int participants) const
+    {
+        return events == events_ && participants == participants_;
+    }
 
 private:
-    int events_;
+    int events_, participants_;
     NobodyThere frontEnd_;
     std::string file_;
     std::unique_ptr<refhost::Session> session_;
     sqlite3* raw_ = nullptr;
 };
 
-/// The database with this many events. A thread serves one session, so there is one at a time.
-EventsDatabase& databaseOf(std::int64_t events);
+/// The database with this many events and participants. A thread serves one session, so there is
+/// one at a time.
+EventsDatabase& databaseOf(std::int64_t events, std::int64_t participants = 0);
 
 } // namespace bench

@@ -15,6 +15,10 @@ constexpr Ratio ratios[] = {
     {"GetEvents over 1,000 events against the raw loop", "getEvents/1000", "rawLoop/1000"},
     {"GetEvents over 10,000 events against the raw loop", "getEvents/10000", "rawLoop/10000"},
     {"GetEvents over 100,000 events against the raw loop", "getEvents/100000", "rawLoop/100000"},
+    {"GetEventParticipants over 10,000 with their groups against the raw loop",
+     "getParticipants/10000", "rawParticipants/10000"},
+    {"AddEventParticipants of 10,000 against the same statements sent raw", "addParticipants/10000",
+     "rawStatements/10000"},
     {"adding 100,000 unsaved items against keyed ones", "addItems/unsaved/100000",
      "addItems/keyed/100000"},
 };
