@@ -15,7 +15,7 @@ const eventId = Number(new URLSearchParams(location.search).get("id"));
 const byId = (name) => document.getElementById(name);
 
 startPage("Events", async ({ session, format, allowed }) => {
-    const context = { eventId, session, format, allowed, refresh: load };
+    const context = { eventId, session, format, allowed, refresh: () => load() };
     let isDeleting = false;
     let updateTabs;
 

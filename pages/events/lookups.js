@@ -1,6 +1,6 @@
 // What an event can be given from lists: categories, locations, funds and so on.
 
-import { all, App, ask } from "../lib/app.js";
+import { all, App, ask, list } from "../lib/app.js";
 import { lists } from "./addin.js";
 
 /** The choices of an event's fields: who gives them, and what their columns are called. */
@@ -37,4 +37,11 @@ export async function loadLookups(names) {
 /** The name of the choice `id`, blank when there is none. */
 export function nameIn(choices, id) {
     return choices.find((choice) => choice.id === id)?.name ?? "";
+}
+
+/** Who tasks can be assigned to, as choices. */
+export async function loadAssignees() {
+    const values = lists().GetAttributeValues("donor_list_assignedto", "", true);
+    const { rows } = await list(values, ["Id", "Name", "Visible"]);
+    return rows.map(({ Id, Name, Visible }) => ({ id: Id, name: Name, visible: Visible }));
 }

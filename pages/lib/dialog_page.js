@@ -9,8 +9,9 @@ import { currentSession, inDialog, post } from "./server.js";
 const windowNumber = Number(new URLSearchParams(location.search).get("window"));
 
 /**
- * Sets up a dialog's page, then runs `start` with { session, format, heading, description, close }.
- * `close(true)` confirms, `close(false)` cancels; `url` is where the host goes afterwards.
+ * Sets up a dialog's page, then runs `start` with { session, format, heading, description,
+ * close, setTitle }. `close(true)` confirms, `close(false)` cancels; `url` is where the host goes
+ * afterwards. `setTitle(text)` names a window that its command gave no title.
  */
 export async function startDialogPage(start) {
     addEventListener("unhandledrejection", (event) => {
@@ -18,6 +19,7 @@ export async function startDialogPage(start) {
         reportFailure(event.reason);
     });
     try {
+        if (!inDialog) return showAstray();
         const parts = await setUp();
         showContent();
         await start(parts);
@@ -48,10 +50,32 @@ async function setUp() {
         currentSession(),
         ...["title", "heading", "description"].map((name) => App.Shell.Dialog(name)),
     ]);
-    const shownTitle = title || document.title;
-    document.title = shownTitle;
-    window.frameElement?.dispatchEvent(new CustomEvent("windowtitle", { detail: shownTitle }));
-    return { session, format: localeFormats(session.locale), heading, description, close };
+    showTitle(title || document.title);
+    const setTitle = (text) => title || showTitle(text);
+    const format = localeFormats(session.locale);
+    return { session, format, heading, description, close, setTitle };
+}
+
+function showTitle(title) {
+    document.title = title;
+    window.frameElement?.dispatchEvent(new CustomEvent("windowtitle", { detail: title }));
+}
+
+/** Somebody typed the address of a dialog: alone it has nothing to work on. */
+function showAstray() {
+    const words = document.createElement("p");
+    words.textContent = "This page is part of a dialog and shows nothing by itself.";
+    const link = document.createElement("a");
+    link.className = "button primary";
+    link.href = "/events/events-view";
+    link.textContent = "Back to the events";
+    const box = document.createElement("main");
+    box.className = "empty-page";
+    const heading = document.createElement("h1");
+    heading.textContent = document.title;
+    box.append(heading, words, link);
+    document.body.className = "";
+    document.body.replaceChildren(box);
 }
 
 /** Asks the window around this page to close without an answer. */

@@ -11,7 +11,7 @@ import { Currency, DateTime } from "./values.js";
 const mismatch = 13;
 const overflow = 6;
 
-export const kinds = { text, multiline, whole, money, dateTime, choice };
+export const kinds = { text, multiline, whole, money, date, dateTime, choice, yesNo };
 
 function text({ required }) {
     const control = input("text");
@@ -80,6 +80,26 @@ function money(field, format) {
         const isTooFine = /^\D*[\d\s.,']*[.,]\d{5,}$/.test(typed);
         return isTooFine ? `“${typed}” has more than four decimals.` : undefined;
     }
+}
+
+/** A day without a time. */
+function date({ required }, format) {
+    const control = input("text", "text", "short");
+    control.placeholder = format.dateHint;
+    control.required = Boolean(required);
+    return {
+        parts: [{ control, extra: calendar(control, format) }],
+        display(value) {
+            control.value = value instanceof DateTime ? format.date(value) : (value ?? "");
+        },
+        parse() {
+            const typed = control.value.trim();
+            const day = typed ? format.parseDate(typed) : "";
+            return { value: day === undefined ? typed : DateTime.of(day) };
+        },
+        text: (value) => (value instanceof DateTime ? format.date(value) : String(value)),
+        wrong: (typed, error) => ({ problem: refused(typed, error, "a date") }),
+    };
 }
 
 function dateTime({ required }, format) {
@@ -165,6 +185,26 @@ function choice({ none = "None" }, format, choices) {
         },
         parse: () => ({ value: Number(control.value) }),
         text: nameOf,
+        wrong: (typed, error) => ({ problem: error.description }),
+    };
+}
+
+/** A check box. Its value is what stands for its state, as that of every other control does. */
+function yesNo() {
+    const control = input("checkbox");
+    Object.defineProperty(control, "value", {
+        get: () => (control.checked ? "1" : ""),
+        set: (value) => {
+            control.checked = value === "1";
+        },
+    });
+    return {
+        parts: [{ control }],
+        display: (value) => {
+            control.checked = Boolean(value);
+        },
+        parse: () => ({ value: control.checked }),
+        text: (value) => (value ? "Yes" : "No"),
         wrong: (typed, error) => ({ problem: error.description }),
     };
 }

@@ -13,9 +13,9 @@ import { Currency, DateTime } from "./values.js";
  * - `name`: what one is called and what several are: ["expense", "expenses"];
  * - `fileName()`: what an exported file is called;
  * - `columns`: each { key, label } with, where it differs from the row's value of that name,
- *   `value(row)`, and where it is not shown as every value of its type is, `text(row)`. `faint(row)`
- *   is a second line, `total` adds the values up, `exportOnly` keeps a column out of sight,
- *   `wide` gives long texts their room, `mark(row)` a class for the cell;
+ *   `value(row)`, and where it is not shown as every value of its type is, `text(row)`.
+ *   `faint(row)` is a second line, `mark(row)` a class for the cell, `total` adds the values up, `exportOnly`
+ *   keeps a column out of sight;
  * - `order`: { key, descending } at first, and `remembered`, the text that an earlier visit left;
  * - `tools`: buttons over the list, each { label, run, isPrimary };
  * - `actions`: buttons of a row, each { label, run(row), isShown(row) }; `open(row)` is run by the
@@ -62,7 +62,7 @@ export function recordTable(panel, description) {
         for (const { button, needsRows } of actions) {
             if (needsRows) button.hidden = rows.length === 0;
         }
-        drawTotals(parts.foot, rows, columns, format);
+        drawTotals(parts.foot, rows, description);
         parts.count.textContent = countText(rows, description);
         showOrder(state);
         restoreFocus(parts.body, focused);
@@ -189,10 +189,11 @@ function rowOf(row, { columns, format, actions = [], open, titleOf }) {
         const value = valueOf(column)(row);
         const text = column.text?.(row) ?? shownText(value, format);
         if (index === 0 && open) cell.append(openButton(text, () => open(row)));
-        else cell.append(span(text, "lines"));
+        else cell.append(span(text, typeof value === "string" ? "lines" : ""));
         const faint = column.faint?.(row);
         if (faint) cell.append(span(faint, "faint"));
         if (isNumeric(value)) cell.classList.add("number");
+        if (value instanceof DateTime) cell.classList.add("when");
         const mark = column.mark?.(row);
         if (mark) cell.classList.add(mark);
         element.append(cell);
@@ -230,7 +231,7 @@ function span(text, className) {
     return element;
 }
 
-function drawTotals(foot, rows, columns, format) {
+function drawTotals(foot, rows, { columns, format, actions = [] }) {
     foot.replaceChildren();
     if (rows.length < 2 || !columns.some(({ total }) => total)) return;
     const line = foot.insertRow();
@@ -242,14 +243,15 @@ function drawTotals(foot, rows, columns, format) {
         } else if (column.total) {
             cell.dataset.label = column.label;
             cell.className = "number";
-            cell.textContent = shownText(sum(rows.map(valueOf(column))), format);
+            cell.textContent = shownText(totalOf(rows.map(valueOf(column))), format);
         }
         line.append(cell);
     }
+    if (actions.length > 0) line.insertCell();
 }
 
 /** The sum of amounts, or of whole numbers. */
-export function sum(values) {
+function totalOf(values) {
     return values.reduce((all, value) =>
         all instanceof Currency ? all.plus(value) : all + value,
     );

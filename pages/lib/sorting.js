@@ -11,7 +11,10 @@ export function compareValues(one, other) {
     }
     if (one instanceof DateTime && other instanceof DateTime) return order(one.text, other.text);
     if (typeof one === "string" && typeof other === "string") return names.compare(one, other);
-    return order(one ?? -Infinity, other ?? -Infinity);
+    const [isThere, otherIsThere] = [one ?? undefined, other ?? undefined].map(
+        (value) => value !== undefined,
+    );
+    return isThere && otherIsThere ? order(one, other) : order(isThere, otherIsThere);
 }
 
 function order(one, other) {

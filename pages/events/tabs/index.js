@@ -8,6 +8,11 @@
 //   lookups, session, sections, refresh }: the event's values as they were last read, what the
 //   model holds for the tab, and a way to have the whole page read again.
 
+import { tab as activities } from "./activities.js";
+import { tab as expenses } from "./expenses.js";
+import { tab as gifts } from "./gifts.js";
 import { tab as overview } from "./overview.js";
+import { tab as sponsorships } from "./sponsorships.js";
+import { tab as tasks } from "./tasks.js";
 
-export const tabs = [overview];
+export const tabs = [overview, activities, sponsorships, expenses, tasks, gifts];
