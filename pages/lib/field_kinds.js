@@ -6,12 +6,24 @@
 // - text(value): the value as people read it;
 // - wrong(typed, error): the words for a conversion that the host refused; its part, if it has one.
 
+import { calendar, checkBox, input } from "./controls.js";
+import { textKinds } from "./text_kinds.js";
 import { Currency, DateTime } from "./values.js";
 
 const mismatch = 13;
 const overflow = 6;
 
-export const kinds = { text, multiline, whole, money, date, dateTime, choice, yesNo };
+export const kinds = {
+    text,
+    multiline,
+    whole,
+    money,
+    date,
+    dateTime,
+    choice,
+    yesNo,
+    ...textKinds,
+};
 
 function text({ required }) {
     const control = input("text");
@@ -139,31 +151,6 @@ function dateTime({ required }, format) {
     };
 }
 
-/** A button that lets the browser's calendar fill in `date`. */
-function calendar(date, format) {
-    const picker = input("date");
-    picker.className = "picker";
-    picker.tabIndex = -1;
-    picker.setAttribute("aria-hidden", "true");
-    const button = document.createElement("button");
-    button.type = "button";
-    button.className = "icon calendar";
-    button.setAttribute("aria-label", "Choose a date");
-    button.addEventListener("click", () => {
-        picker.value = format.parseDate(date.value) ?? "";
-        picker.showPicker();
-    });
-    picker.addEventListener("change", () => {
-        date.value = format.date(DateTime.of(picker.value));
-        date.dispatchEvent(new Event("input", { bubbles: true }));
-        date.focus();
-    });
-    const both = document.createElement("span");
-    both.className = "with-picker";
-    both.append(button, picker);
-    return both;
-}
-
 /** One of `choices`, { id, name, visible }; a hidden one is offered only where it is chosen. */
 function choice({ none = "None" }, format, choices) {
     const control = document.createElement("select");
@@ -189,15 +176,8 @@ function choice({ none = "None" }, format, choices) {
     };
 }
 
-/** A check box. Its value is what stands for its state, as that of every other control does. */
 function yesNo() {
-    const control = input("checkbox");
-    Object.defineProperty(control, "value", {
-        get: () => (control.checked ? "1" : ""),
-        set: (value) => {
-            control.checked = value === "1";
-        },
-    });
+    const control = checkBox();
     return {
         parts: [{ control }],
         display: (value) => {
@@ -222,13 +202,4 @@ function refused(typed, error, thing) {
     if (error.number === overflow) return `“${typed}” is too large.`;
     if (error.number === mismatch) return `“${typed}” is not ${thing}.`;
     return error.description;
-}
-
-function input(type, mode, className = "") {
-    const control = document.createElement("input");
-    control.type = type;
-    control.className = className;
-    control.autocomplete = "off";
-    if (mode) control.inputMode = mode;
-    return control;
 }
