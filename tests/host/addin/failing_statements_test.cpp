@@ -72,27 +72,28 @@ TEST_P(FailingStatements, ADeletionThatFailedIsCompletedByTheNext)
         {"DeleteEventExpense", &FullEvent::expense, none, "1 2 2 1 0 1 lines 1", "2 2", 1},
         {"DeleteEventTask", &FullEvent::task, none, "1 2 2 1 1 0 lines 1", "2 2", 1},
     };
-    for (const auto& [operation, record, deletesDonations, rows, donations, statements] : cases) {
+    for (const auto& one : cases) {
         int failing = 0;
         for (bool failed = true; failed; ++failing) {
-            SCOPED_TRACE(operation + std::string(", statement ") + std::to_string(failing));
+            SCOPED_TRACE(one.operation + std::string(", statement ") + std::to_string(failing));
             host.execute("DELETE FROM donor_gifts");
             const FullEvent made = EventFiller(host).fill();
             const auto act = [&] {
-                return deletesDonations.isMissing()
-                           ? toBool(call(host.store(), operation, made.event, made.*record))
-                           : toBool(call(host.store(), operation, made.event, made.*record, true,
-                                         true, deletesDonations));
+                const std::int32_t id = made.*one.record;
+                return toBool(one.deletesDonations.isMissing()
+                                  ? call(host.store(), one.operation, made.event, id)
+                                  : call(host.store(), one.operation, made.event, id, true, true,
+                                         one.deletesDonations));
             };
             failed = failsAt(failing, made.event, act);
             if (failed) { EXPECT_TRUE(act()); }
-            EXPECT_EQ(rowsOf(made.event), rows);
+            EXPECT_EQ(rowsOf(made.event), one.rows);
             EXPECT_EQ(host.cell("SELECT COUNT(*) FROM donor_gifts WHERE deleted = 0") + " " +
                           host.cell("SELECT COUNT(*) FROM donor_gifts WHERE deleted = 0 AND "
                                     "(FKEventId <> 0 OR FKReservationId <> 0)"),
-                      donations);
+                      one.donations);
         }
-        EXPECT_GT(failing, statements) << operation;
+        EXPECT_GT(failing, one.statements) << one.operation;
     }
 }
 
@@ -126,19 +127,19 @@ TEST_P(FailingStatements, ASaveThatFailedIsCompletedByTheNext)
          "1 2 2 1 1 2 lines 1", 2},
     };
     const EventFiller filler(host);
-    for (const auto& [operation, make, rows, statements] : cases) {
+    for (const auto& one : cases) {
         int failing = 0;
         for (bool failed = true; failed; ++failing) {
-            SCOPED_TRACE(operation + std::string(", statement ") + std::to_string(failing));
+            SCOPED_TRACE(one.operation + std::string(", statement ") + std::to_string(failing));
             const FullEvent made = filler.fill();
-            const auto record = make(filler, made);
-            const auto act = [&] { return toBool(call(host.store(), operation, record)); };
+            const auto record = one.make(filler, made);
+            const auto act = [&] { return toBool(call(host.store(), one.operation, record)); };
             failed = failsAt(failing, made.event, act);
             if (failed) { EXPECT_TRUE(act()); }
-            EXPECT_EQ(rowsOf(made.event), rows);
+            EXPECT_EQ(rowsOf(made.event), one.rows);
             EXPECT_FALSE(toBool(get(record, "IsNew")));
         }
-        EXPECT_GT(failing, statements) << operation;
+        EXPECT_GT(failing, one.statements) << one.operation;
     }
 }
 

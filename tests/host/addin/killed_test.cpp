@@ -1,8 +1,8 @@
 // A process that is killed in the middle of its work.
-#include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <filesystem>
 #include <functional>
 #include <random>
