@@ -8,7 +8,7 @@ import { commands, manage } from "./addin.js";
 import { fillModel, readModel } from "./details_model.js";
 import { auditColumns, overviewColumns } from "./details_overview.js";
 import { showTabs, tabsForModel } from "./details_tabs.js";
-import { showMissing } from "./missing_event.js";
+import { deletedEvent, showMissing } from "./missing_event.js";
 import { loadLookups } from "./lookups.js";
 
 const eventId = Number(new URLSearchParams(location.search).get("id"));
@@ -21,7 +21,7 @@ startPage("Events", async ({ session, format, allowed }) => {
 
     async function load() {
         const event = eventId > 0 ? await manage().GetEvent(eventId) : null;
-        if (!event) return showMissing("This event no longer exists.");
+        if (!event) return showMissing(deletedEvent);
         const [values, lookups] = await Promise.all([
             read(event, [...overviewColumns, ...auditColumns]),
             loadLookups(overviewColumns),

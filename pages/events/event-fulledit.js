@@ -11,7 +11,7 @@ import { commands, manage } from "./addin.js";
 import { eventGroups, fieldNames } from "./event_fields.js";
 import { fieldOfRefusal } from "./event_rules.js";
 import { loadLookups } from "./lookups.js";
-import { showMissing } from "./missing_event.js";
+import { deletedEvent, showMissing } from "./missing_event.js";
 
 const query = new URLSearchParams(location.search);
 const id = Number(query.get("id"));
@@ -21,7 +21,7 @@ const byId = (name) => document.getElementById(name);
 
 startPage("Events", async ({ format, allowed }) => {
     const [values, choices] = await Promise.all([startValues(), loadLookups(names)]);
-    if (!values) return showMissing("This event no longer exists.");
+    if (!values) return showMissing(deletedEvent);
 
     const form = createForm(byId("event"), eventGroups, { format, choices });
     const save = (record) => manage().UpdateEvent(record, true, true);

@@ -1,13 +1,16 @@
 // What a page shows instead of an event that is not there.
 
+export const deletedEvent =
+    "This event no longer exists. It may have been deleted by another user.";
+
 /** Replaces the content of the page by `reason` and a way back to the list. */
-export function showMissing(reason) {
-    document.title = "Event not found - Quillmere";
+export function showMissing(reason, { title = "Event not found" } = {}) {
+    document.title = `${title} - Quillmere`;
     const heading = document.createElement("h1");
-    heading.textContent = "Event not found";
+    heading.textContent = title;
     heading.tabIndex = -1;
     const text = document.createElement("p");
-    text.textContent = `${reason} It may have been deleted by another user.`;
+    text.textContent = reason;
     const link = document.createElement("a");
     link.className = "button primary";
     link.href = "/events/events-view";

@@ -1,7 +1,5 @@
 // The reservation fields of an activity: what is asked of whoever reserves it.
 
-import { all, ask, list, release } from "../lib/app.js";
-
 /** The types of a field: the host's number, its name, and the kind of control that enters it. */
 export const fieldTypes = [
     { id: 1, name: "Text box", kind: "text" },
@@ -14,39 +12,6 @@ export const fieldTypes = [
 /** The type with a number; a text box for one that nobody knows. */
 export function fieldType(number) {
     return fieldTypes.find(({ id }) => id === number) ?? fieldTypes[0];
-}
-
-const columns = ["Name", "FieldType", "Description", "DefaultValue"];
-
-/** The fields of the held `activity` in their order, each { name, type, ..., choices }. */
-export async function readFields(activity) {
-    const { rows } = await list(activity.ReservationFields, columns);
-    const choices = await all(
-        rows.map((_, index) =>
-            ask.list(activity.ReservationFields.Item(index + 1).ListItems, ["Name", "Visible"]),
-        ),
-    );
-    return rows.map(({ Name, FieldType, Description, DefaultValue }, index) => ({
-        name: Name,
-        type: FieldType,
-        description: Description,
-        defaultValue: DefaultValue,
-        choices: choices[index].rows.map((item) => ({ name: item.Name, visible: item.Visible })),
-    }));
-}
-
-/** Moves the field at the place `from` of the held `activity` to the place `to`, from 0. */
-export async function moveField(activity, from, to) {
-    const { rows } = await list(activity.ReservationFields, ["Name"]);
-    const fields = await all(
-        rows.map((_, index) => ask.call(activity.ReservationFields.Item(index + 1))),
-    );
-    const order = moved(fields, from, to);
-    await all([
-        ...fields.map(() => ask.call(activity.ReservationFields.Remove(1))),
-        ...order.map((field) => ask.call(activity.ReservationFields.Add(field))),
-    ]);
-    release(...fields);
 }
 
 /** `items` with the one at `from` at the place `to`. */
@@ -76,4 +41,13 @@ export function defaultText({ type, defaultValue }, format) {
 /** "Beef, Fish, Vegetarian (hidden)". */
 export function choicesText(choices) {
     return choices.map(({ name, visible }) => (visible ? name : `${name} (hidden)`)).join(", ");
+}
+
+/** What is wrong with the choices of a field, { name, text }; nothing when all is well. */
+export function choiceFault(choices) {
+    const names = choices.map(({ name }) => name.toLowerCase());
+    const twice = choices.find((_, index) => names.indexOf(names[index]) < index);
+    if (twice) return { name: twice.name, text: `“${twice.name}” is there twice.` };
+    if (choices.length === 0) return { text: "A list needs at least one choice." };
+    return undefined;
 }

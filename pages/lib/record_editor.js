@@ -15,11 +15,12 @@ const audit = ["LastUpdateDate", "LastUpdateUser"];
  * - `fieldOf(message)` names the field that a refusal is about;
  * - `lock()` takes the record's lock, so that nobody saves between the last look and the saving; a
  *   record without one is new and has nobody else's changes to look for;
+ * - `letGo(record)` is done with a record that was not saved; without it the host forgets it;
  * - `format` writes dates.
  *
  * `submit()` gives "saved" with the held `record`, "refused" after showing why, or "gone".
  */
-export function recordEditor({ form, open, save, fieldOf, lock, format }) {
+export function recordEditor({ form, open, save, fieldOf, lock, format, letGo = release }) {
     let loaded = {};
     let begun;
 
@@ -46,7 +47,7 @@ export function recordEditor({ form, open, save, fieldOf, lock, format }) {
             const stored = await read(record, [...form.names, ...audit]);
             const conflicts = changesBetween(loaded, pick(stored, form.names), changes);
             if (conflicts.length === 0) return await store(record, changes);
-            release(record);
+            letGo(record);
             return { conflicts, stored };
         } finally {
             release(held);
@@ -56,7 +57,7 @@ export function recordEditor({ form, open, save, fieldOf, lock, format }) {
     async function store(record, changes) {
         const outcome = await put(record, changes);
         if (outcome === "saved") return { outcome, record };
-        release(record);
+        letGo(record);
         return { outcome };
     }
 

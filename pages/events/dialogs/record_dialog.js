@@ -5,8 +5,8 @@
 import { App, read } from "../../lib/app.js";
 import { startDialogPage } from "../../lib/dialog_page.js";
 import { createForm } from "../../lib/form.js";
-import { bindKey } from "../../lib/keys.js";
 import { recordEditor } from "../../lib/record_editor.js";
+import { submitOnce } from "../../lib/submit_once.js";
 import { guardUnsaved } from "../../lib/unsaved.js";
 import { fieldNames } from "../event_fields.js";
 
@@ -45,22 +45,11 @@ export function startRecordDialog({ value, groups, loadChoices, save, fieldOf, w
         form.fields.get(names[0]).focus();
         const unguard = guardUnsaved(form.isChanged);
 
-        async function submit() {
-            byId("save").disabled = true;
-            try {
-                const { outcome } = await editor.submit();
-                if (outcome !== "saved") return;
-                unguard();
-                await close(true);
-            } finally {
-                byId("save").disabled = false;
-            }
-        }
-
-        byId("record").addEventListener("submit", (event) => {
-            event.preventDefault();
-            submit();
+        submitOnce(byId("record"), byId("save"), async () => {
+            const { outcome } = await editor.submit();
+            if (outcome !== "saved") return;
+            unguard();
+            await close(true);
         });
-        bindKey("Ctrl+Enter", "Save", submit);
     });
 }
