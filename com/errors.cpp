@@ -77,7 +77,11 @@ std::string textOf(HRESULT result)
         if (explanation.result == result) return explanation.text;
     }
     const int number = numberOf(result);
-    if (number != result) return std::string(standardText(static_cast<ErrorNumber>(number)));
+    if (number != result) {
+        const std::string_view text = standardText(static_cast<ErrorNumber>(number));
+        if (text != standardText(ErrorNumber{})) return std::string(text);
+        return "The host's object failed with error " + std::to_string(number);
+    }
     std::array<char, 64> text{};
     std::snprintf(text.data(), text.size(), "The host's object failed with 0x%08lX",
                   static_cast<unsigned long>(result));

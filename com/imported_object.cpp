@@ -12,13 +12,17 @@
 namespace qmevents::com {
 namespace {
 
+constexpr WORD anyRead = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
+
 // Scripts do not tell a method from a property, and neither do members that hosts write in them.
-WORD flagsOf(CallKind kind)
+// Only a plain property is read as such, as some engines call whatever is invoked as both.
+WORD flagsOf(CallKind kind, std::size_t argumentCount)
 {
     switch (kind) {
     case CallKind::method:
+        return anyRead;
     case CallKind::get:
-        return DISPATCH_METHOD | DISPATCH_PROPERTYGET;
+        return argumentCount == 0 ? DISPATCH_PROPERTYGET : anyRead;
     case CallKind::put:
         return DISPATCH_PROPERTYPUT;
     case CallKind::putReference:
@@ -38,6 +42,8 @@ std::string typeNameOf(IDispatch& dispatch)
         return {};
     }
     std::string text = utf8(name.get());
+    // Script engines give all their objects one type, which names none of them.
+    if (text == "JScriptTypeInfo" || text == "VBScriptTypeInfo") return {};
     // Interfaces of script-like components carry a mark before the class's name.
     if (text.starts_with('_')) text.erase(0, 1);
     return text;
@@ -150,10 +156,11 @@ Value ImportedObject::invoke(MemberId member, CallKind kind, std::span<Value> ar
             return callHost(member, flags, outgoing.parameters(), reads(kind) ? &result : nullptr,
                             &info, &argument);
         };
-        HRESULT outcome = call(flagsOf(kind));
+        HRESULT outcome = call(flagsOf(kind, arguments.size()));
         if (outcome == DISP_E_MEMBERNOTFOUND && kind == CallKind::putReference) {
             outcome = call(DISPATCH_PROPERTYPUT);
         }
+        if (outcome == DISP_E_MEMBERNOTFOUND && kind == CallKind::get) outcome = call(anyRead);
         if (FAILED(outcome)) {
             const bool told = outcome != DISP_E_EXCEPTION;
             throw errorOf(outcome, info, std::string(className()), std::string(memberName(member)),
@@ -170,8 +177,7 @@ Ref<Enumerator> ImportedObject::enumerate()
 {
     Variant result;
     DISPPARAMS none{};
-    const HRESULT outcome = callHost(DISPID_NEWENUM, DISPATCH_METHOD | DISPATCH_PROPERTYGET, none,
-                                     &result, nullptr, nullptr);
+    const HRESULT outcome = callHost(DISPID_NEWENUM, anyRead, none, &result, nullptr, nullptr);
     const bool isObject = V_VT(&result) == VT_UNKNOWN || V_VT(&result) == VT_DISPATCH;
     if (SUCCEEDED(outcome) && isObject) {
         auto walk = ComPtr<IUnknown>(V_UNKNOWN(&result)).as<IEnumVARIANT>(IID_IEnumVARIANT);

@@ -26,7 +26,7 @@ public:
 
     const ComPtr<IDispatch>& dispatch() const { return dispatch_; }
 
-    /// The name of the object's type, or the label that it was given.
+    /// The name of the object's type, or else the label that it was given.
     std::string_view className() const override;
     MemberId memberId(std::string_view name) const override;
     Value invoke(MemberId member, CallKind kind, std::span<Value> arguments) override;

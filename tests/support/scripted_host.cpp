@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/root_objects.h"
+#include "tests/support/transport.h"
 
 namespace qmevents::testing {
 namespace {
@@ -15,7 +15,7 @@ std::string shown(const Value& value)
     case ValueKind::missing:
         return "missing";
     case ValueKind::date:
-        return value.as<Date>().iso();
+        return transport.written(value.as<Date>()).iso();
     case ValueKind::object:
         return value.isNothing() ? "Nothing" : typeName(value);
     default:
@@ -126,7 +126,7 @@ Rows eventRow(std::int32_t id, const std::map<std::string, Value>& cells)
 
 ScriptedHost::ScriptedHost()
 {
-    releaseAddIn();
+    transport.release();
     app_ = puppet("App");
     for (const auto& [name, part] : std::map<std::string, Ref<Object>>{{"Document", makeDocument()},
                                                                        {"Provider", makeProvider()},
@@ -165,12 +165,16 @@ ScriptedHost::ScriptedHost()
         return control;
     });
     for (const char* name : {"Events", "Workflow", "Handler", "Security"}) {
-        roots_[name] = createRootObject(std::string("QMEvents.") + name);
+        roots_[name] = transport.makeRoot(std::string("QMEvents.") + name);
     }
     for (const auto& [name, object] : roots_) call(object, "OnInitialize", app_);
 }
 
-ScriptedHost::~ScriptedHost() { releaseAddIn(); }
+ScriptedHost::~ScriptedHost()
+{
+    roots_.clear();
+    transport.release();
+}
 
 void ScriptedHost::answer(const std::string& part, Rows rows)
 {
