@@ -50,6 +50,11 @@ const Members& Donations::members() const
                     "New criteria that all donations satisfy.")
             .method("GetDonationsBySearch", &Donations::GetDonationsBySearch, {arg("Criteria")},
                     "The payments of the gifts that satisfy the criteria.")
+            .readOnly("Wizards", &Donations::wizards,
+                      "What leads the user through recording gifts.")
+            .method("GetNewGift", &Donations::GetNewGift, "A new gift, to be filled and saved.")
+            .method("SaveGift", &Donations::SaveGift, {arg("Gift")},
+                    "Writes a new gift; False when the user was told what is wrong.")
             .method("Delete", &Donations::Delete, {arg("Id")},
                     "Deletes a gift or pledge with its payments.");
     return table;
@@ -90,6 +95,14 @@ Donations::GetDonationsBySearch(const Ref<DonationCriteria>& criteria) const
         found->append(Value(donation));
     });
     return found;
+}
+
+Ref<Gift> Donations::GetNewGift() const { return makeRef<Gift>(); }
+
+bool Donations::SaveGift(const Ref<Gift>& gift) const
+{
+    if (!gift) throw Error::with(ErrorNumber::objectNotSet, "the gift");
+    return saveGift(context_, *gift);
 }
 
 void Donations::Delete(std::int32_t giftId) const

@@ -4,6 +4,7 @@
 
 #include "automation/collection.h"
 #include "host/app/session_context.h"
+#include "host/modules/donation_wizard.h"
 
 namespace refhost {
 
@@ -43,10 +44,17 @@ public:
     static constexpr std::string_view ClassName = "Donations";
     const Members& members() const override;
 
-    explicit Donations(SharedContext context) : context_(std::move(context)) {}
+    explicit Donations(SharedContext context)
+        : wizards(qmevents::makeRef<DonationWizards>(context)), context_(std::move(context))
+    {
+    }
+    Ref<DonationWizards> wizards;
     Ref<DonationCriteria> GetNewDonationCriteria() const;
     /// The payments of the gifts that satisfy the criteria, received or only expected.
     Ref<qmevents::Collection> GetDonationsBySearch(const Ref<DonationCriteria>& criteria) const;
+    Ref<Gift> GetNewGift() const; ///< To be filled and saved.
+    /// Writes a new gift; False when it is not as it must be, which the user is told.
+    bool SaveGift(const Ref<Gift>& gift) const;
     /// Deletes a gift or pledge: its payments go, its row stays, marked as deleted, and what
     /// matched it is unlinked. Error 5 when there is none with this id; one that was deleted before
     /// stays so.

@@ -16,8 +16,8 @@ template <typename Table>
 void describeDonor(Table& table)
 {
     table.readOnly("Id", &SmallDonor::Id, "The donor's key.")
-        .readOnly("Display", &SmallDonor::Display, "The name as lists show it.")
-        .readOnly("EntityType", &SmallDonor::EntityType, "Person or organisation.");
+        .property("Display", &SmallDonor::Display, "The name as lists show it.")
+        .property("EntityType", &SmallDonor::EntityType, "Person or organisation.");
 }
 
 void readSmall(const Cursor& row, SmallDonor& donor)
@@ -47,24 +47,45 @@ const Members& Donor::members() const
     static const Members table =
         describe<Donor>("A donor with address.")
             .with(describeDonor<qmevents::Describe<Donor>>)
-            .readOnly("FirstName", &Donor::FirstName, "First name.")
-            .readOnly("LastName", &Donor::LastName, "Last name.")
-            .readOnly("Email", &Donor::Email, "Address for e-mail.")
-            .readOnly("Phone", &Donor::Phone, "Telephone number.")
-            .readOnly("Address", &Donor::Address, "Street and number.")
-            .readOnly("City", &Donor::City, "City.")
-            .readOnly("PostalCode", &Donor::PostalCode, "Postal code.")
+            .property("FirstName", &Donor::FirstName, "First name.")
+            .property("LastName", &Donor::LastName, "Last name.")
+            .property("Email", &Donor::Email, "Address for e-mail.")
+            .property("Phone", &Donor::Phone, "Telephone number.")
+            .property("Address", &Donor::Address, "Street and number.")
+            .property("City", &Donor::City, "City.")
+            .property("PostalCode", &Donor::PostalCode, "Postal code.")
             .readOnly("Created", &Donor::Created, "When the donor was entered, or Null.");
     return table;
+}
+
+void Donor::read(const Cursor& row)
+{
+    readSmall(row, *this);
+    FirstName = cellOr<std::string>(row, "firstname", "");
+    LastName = cellOr<std::string>(row, "lastname", "");
+    Email = cellOr<std::string>(row, "email", "");
+    Phone = cellOr<std::string>(row, "phone", "");
+    Address = cellOr<std::string>(row, "address", "");
+    City = cellOr<std::string>(row, "city", "");
+    PostalCode = cellOr<std::string>(row, "postalcode", "");
+    Created = row.value(row.columnIndex("created").value());
 }
 
 const Members& DonorManage::members() const
 {
     static const Members table =
-        describe<DonorManage>("Reads donors.")
+        describe<DonorManage>("Reads, finds and keeps donors.")
             .method("GetDonor", &DonorManage::GetDonor, {arg("Id")}, "The donor, or Nothing.")
             .method("GetSmallDonor", &DonorManage::GetSmallDonor, {arg("Id")},
                     "The donor's name and type only, or Nothing.")
+            .method("GetNewDonorCriteria", &DonorManage::GetNewDonorCriteria,
+                    "New criteria that all donors satisfy.")
+            .method("GetDonorsBySearch", &DonorManage::GetDonorsBySearch, {arg("Criteria")},
+                    "The donors that satisfy the criteria.")
+            .method("GetNewDonor", &DonorManage::GetNewDonor,
+                    "A new donor, to be filled and saved.")
+            .method("UpdateDonor", &DonorManage::UpdateDonor, {arg("Donor")},
+                    "Writes a new or changed donor; False when the user was told what is wrong.")
             .method("DeleteDonor", &DonorManage::DeleteDonor, {arg("Id")},
                     "Asks the user and deletes the donor; False when the user declines.");
     return table;
@@ -75,15 +96,7 @@ Ref<Donor> DonorManage::GetDonor(std::int32_t id) const
     Ref<Donor> donor;
     readRows(context_, donorQuery("*", id), [&](const Cursor& row) {
         donor = makeRef<Donor>();
-        readSmall(row, *donor);
-        donor->FirstName = cellOr<std::string>(row, "firstname", "");
-        donor->LastName = cellOr<std::string>(row, "lastname", "");
-        donor->Email = cellOr<std::string>(row, "email", "");
-        donor->Phone = cellOr<std::string>(row, "phone", "");
-        donor->Address = cellOr<std::string>(row, "address", "");
-        donor->City = cellOr<std::string>(row, "city", "");
-        donor->PostalCode = cellOr<std::string>(row, "postalcode", "");
-        donor->Created = row.value(row.columnIndex("created").value());
+        donor->read(row);
     });
     return donor;
 }
@@ -96,6 +109,29 @@ Ref<SmallDonor> DonorManage::GetSmallDonor(std::int32_t id) const
         readSmall(row, *donor);
     });
     return donor;
+}
+
+Ref<DonorCriteria> DonorManage::GetNewDonorCriteria() const { return makeRef<DonorCriteria>(); }
+
+Ref<qmevents::Collection> DonorManage::GetDonorsBySearch(const Ref<DonorCriteria>& criteria) const
+{
+    if (!criteria) {
+        throw qmevents::Error::with(qmevents::ErrorNumber::objectNotSet, "donor criteria");
+    }
+    return findDonors(context_, *criteria);
+}
+
+Ref<Donor> DonorManage::GetNewDonor() const
+{
+    const auto donor = makeRef<Donor>();
+    donor->EntityType = "Person";
+    return donor;
+}
+
+bool DonorManage::UpdateDonor(const Ref<Donor>& donor) const
+{
+    if (!donor) throw qmevents::Error::with(qmevents::ErrorNumber::objectNotSet, "the donor");
+    return saveDonor(context_, *donor);
 }
 
 bool DonorManage::DeleteDonor(std::int32_t id) const

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "host/app/session_context.h"
+#include "host/modules/donor_search.h"
 
 namespace refhost {
 
@@ -25,9 +26,11 @@ public:
 
     std::string FirstName, LastName, Email, Phone, Address, City, PostalCode;
     Value Created; ///< A date, or Null.
+
+    void read(const Cursor& row);
 };
 
-/// Reads donors by id; those marked deleted are gone.
+/// Reads, finds and keeps donors; those marked deleted are gone.
 class DonorManage : public qmevents::DescribedObject {
 public:
     static constexpr std::string_view ClassName = "DonorManage";
@@ -36,6 +39,11 @@ public:
     explicit DonorManage(SharedContext context) : context_(std::move(context)) {}
     Ref<Donor> GetDonor(std::int32_t id) const; ///< Nothing when there is no such donor.
     Ref<SmallDonor> GetSmallDonor(std::int32_t id) const;
+    Ref<DonorCriteria> GetNewDonorCriteria() const;
+    Ref<qmevents::Collection> GetDonorsBySearch(const Ref<DonorCriteria>& criteria) const;
+    Ref<Donor> GetNewDonor() const; ///< A person without a name.
+    /// Writes a new or changed donor; False when it is not as it must be, which the user is told.
+    bool UpdateDonor(const Ref<Donor>& donor) const;
     /// Asks the user, with what the modules have to say about it, then deletes the donor with what
     /// the modules keep about them: all of it or nothing. False when the user declines; error 5
     /// when there is no such donor.

@@ -103,7 +103,8 @@ const Members& DonorModule::members() const
             .readOnly("DonorManage", &DonorModule::manage, "Reads donors.")
             .readOnly("MailingManage", &DonorModule::mailings,
                       "Collects lists of donors and starts mailings to them.")
-            .readOnly("Donors", &DonorModule::donors, "The donors and their details page.");
+            .readOnly("Donors", &DonorModule::donors, "The donors and their details page.")
+            .readOnly("Dialogs", &DonorModule::dialogs, "The module's dialogs.");
     return table;
 }
 

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "automation/collection.h"
+#include "host/modules/donor_dialogs.h"
 #include "host/modules/donor_module.h"
 #include "host/modules/mailing_manage.h"
 
@@ -85,12 +86,14 @@ public:
 
     DonorModule(const SharedContext& context, Ref<Donors> allDonors)
         : manage(qmevents::makeRef<DonorManage>(context)),
-          mailings(qmevents::makeRef<MailingManage>(context)), donors(std::move(allDonors))
+          mailings(qmevents::makeRef<MailingManage>(context)), donors(std::move(allDonors)),
+          dialogs(qmevents::makeRef<DonorDialogs>(context))
     {
     }
     Ref<DonorManage> manage;
     Ref<MailingManage> mailings;
     Ref<Donors> donors;
+    Ref<DonorDialogs> dialogs;
 };
 
 } // namespace refhost
