@@ -36,7 +36,8 @@ export function standingOfAll(standings) {
 
 /** "paid in full", "$40.00 due", "$10.00 over", or "nothing to pay". */
 export function dueWords({ expected, paid, due }, format) {
-    if (due.isNegative) return `${format.money(nothing.minus(due))} over`;
-    if (!due.isZero) return `${format.money(due)} due`;
+    const cents = due.rounded();
+    if (cents.isNegative) return `${format.money(nothing.minus(cents))} over`;
+    if (!cents.isZero) return `${format.money(cents)} due`;
     return expected.isZero && paid.isZero ? "nothing to pay" : "paid in full";
 }
