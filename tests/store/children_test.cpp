@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "store/events_manage.h"
 #include "tests/support/scripted_host.h"
 
 namespace qmevents {
@@ -35,10 +34,23 @@ protected:
     {
         return call(host.store(), operation, arguments...);
     }
-    template <typename T, typename... A>
-    Ref<T> read(const char* operation, A... arguments)
+    template <typename... A>
+    Ref<Object> read(const char* operation, A... arguments)
     {
-        return refCast<T>(toObject(ask(operation, arguments...)));
+        return toObject(ask(operation, arguments...));
+    }
+    static Ref<Object> itemByKey(const Ref<Object>& records, std::int32_t key)
+    {
+        return toObject(call(records, "ItemByKey", key));
+    }
+    static Ref<Object> item(const Ref<Object>& records, std::int32_t position)
+    {
+        return toObject(get(records, "Item", position));
+    }
+    static std::int32_t count(const Ref<Object>& records) { return toInt32(get(records, "Count")); }
+    static std::string listed(const Ref<Object>& records, const char* separator)
+    {
+        return toText(call(records, "ToString", separator));
     }
 
     ScriptedHost host;
@@ -213,19 +225,19 @@ TEST_F(Children, RowsOfOneParticipantMakeOneWithItsGroupsInRowOrder)
                                     {32, 5, 4, null, null, null, null, null},
                                     {33, 5, 6, 1, null, false, "Ode, Ann", "Board"},
                                 }));
-    const auto participants = read<cEventParticipants>("GetEventParticipants", 5);
-    ASSERT_EQ(participants->Count(), 3);
-    const auto first = refCast<cEventParticipant>(toObject(participants->ItemByKey(31)));
-    EXPECT_EQ(first->InvitationGroupsString, "Board, Press");
-    EXPECT_EQ(first->FKdonorId, 9);
-    EXPECT_EQ(first->StatusText(), "Accepted");
-    EXPECT_TRUE(first->Attended);
-    EXPECT_FALSE(first->IsDirty() || first->IsNew());
-    const auto second = refCast<cEventParticipant>(toObject(participants->ItemByKey(32)));
-    EXPECT_EQ(second->InvitationGroupsString, "");
-    EXPECT_EQ(second->Status, 0) << "a null leaves the default";
+    const auto participants = read("GetEventParticipants", 5);
+    ASSERT_EQ(count(participants), 3);
+    const auto first = itemByKey(participants, 31);
+    EXPECT_EQ(toText(get(first, "InvitationGroupsString")), "Board, Press");
+    EXPECT_EQ(toInt32(get(first, "FKdonorId")), 9);
+    EXPECT_EQ(toText(get(first, "StatusText")), "Accepted");
+    EXPECT_TRUE(toBool(get(first, "Attended")));
+    EXPECT_FALSE(toBool(get(first, "IsDirty")) || toBool(get(first, "IsNew")));
+    const auto second = itemByKey(participants, 32);
+    EXPECT_EQ(toText(get(second, "InvitationGroupsString")), "");
+    EXPECT_EQ(toInt32(get(second, "Status")), 0) << "a null leaves the default";
     host.donors[4] = "Asked, Later";
-    EXPECT_EQ(participants->ToString("; "), "Lee, Kim; Asked, Later; Ode, Ann");
+    EXPECT_EQ(listed(participants, "; "), "Lee, Kim; Asked, Later; Ode, Ann");
 }
 
 TEST_F(Children, MembershipsTakeTheKeysOfTheirCollectionAndArePartOfTheParticipant)
@@ -233,19 +245,18 @@ TEST_F(Children, MembershipsTakeTheKeysOfTheirCollectionAndArePartOfTheParticipa
     host.answer("eepg.FKDonorId = <2:9>",
                 {{"FKEventId", "FKDonorId", "FKInvitationGroupId", "Name"},
                  {{5, 9, 70, "Board"}, {5, 9, 71, "Press"}}});
-    const auto participant = read<cEventParticipant>("GetNewEventParticipant", 5, 9);
-    EXPECT_FALSE(participant->InvitationGroupsLoaded());
-    participant->AddInvitationGroup(72, "Crew");
+    const auto participant = read("GetNewEventParticipant", 5, 9);
+    EXPECT_FALSE(toBool(get(participant, "InvitationGroupsLoaded")));
+    call(participant, "AddInvitationGroup", 72, "Crew");
     host.log.clear();
-    const auto groups = participant->InvitationGroups();
+    const auto groups = getObject(participant, "InvitationGroups");
     EXPECT_EQ(host.log, Log{}) << "they are kept";
-    EXPECT_EQ(groups->ToString(", "), "Board, Press, Crew");
-    EXPECT_TRUE(groups->Contains(71));
-    EXPECT_FALSE(groups->Contains(73));
-    const auto press = toObject(groups->Item(2));
-    groups->RemoveByKey(get(press, "Id"), false);
-    EXPECT_EQ(groups->ToString(", "), "Board, Crew");
-    EXPECT_EQ(groups->SortedItems().array()->items.size(), 2U);
+    EXPECT_EQ(listed(groups, ", "), "Board, Press, Crew");
+    EXPECT_TRUE(toBool(call(groups, "Contains", 71)));
+    EXPECT_FALSE(toBool(call(groups, "Contains", 73)));
+    call(groups, "RemoveByKey", get(item(groups, 2), "Id"), false);
+    EXPECT_EQ(listed(groups, ", "), "Board, Crew");
+    EXPECT_EQ(get(groups, "SortedItems").array()->items.size(), 2U);
 }
 
 const std::vector<std::string> lineColumns{"Id",    "FKReservationId", "FKActivityId",   "Quantity",
@@ -274,13 +285,13 @@ TEST_F(Children, LinesBringWhatTheirQueryJoined)
                        {9, null, null}));
     host.answer("As ActivitySponsorship", joined(linesOf({line(1, 7, 3, 2, 100)}),
                                                  {"FKDonorId", "ActivitySponsorship"}, {9, true}));
-    const auto orphans = read<cEventReservationActivities>("GetEventActivityReservations", 3);
-    const auto orphan = refCast<cEventReservationActivity>(toObject(orphans->Item(1)));
-    EXPECT_EQ(orphan->FKdonorId, 9);
-    EXPECT_FALSE(orphan->DonorExists) << "the host has no such donor any more";
+    const auto orphans = read("GetEventActivityReservations", 3);
+    const auto orphan = item(orphans, 1);
+    EXPECT_EQ(toInt32(get(orphan, "FKdonorId")), 9);
+    EXPECT_FALSE(toBool(get(orphan, "DonorExists"))) << "the host has no such donor any more";
 
-    const auto byEvent = read<cEventReservationActivities>("GetEventReservationActivities", 0, 5);
-    EXPECT_EQ(byEvent->TotalSponsorship(), Currency::fromUnits(200));
+    const auto byEvent = read("GetEventReservationActivities", 0, 5);
+    EXPECT_EQ(toCurrency(get(byEvent, "TotalSponsorship")), Currency::fromUnits(200));
     EXPECT_EQ(host.log.size(), 2U) << "no line asked for its activity";
 }
 
@@ -296,10 +307,10 @@ TEST_F(Children, LinesOfAReservationAskForTheirActivityOnce)
                         "QuantityAvailable", "Sponsorship", "ReservationInfo", "QuantityType",
                         "FKFundId", "FKCampaignId", "FKAppealId"},
                        {table}));
-    const auto lines = read<cEventReservationActivities>("GetEventReservationActivities", 7);
-    EXPECT_EQ(lines->TotalExpected(), Currency::fromUnits(250));
-    EXPECT_EQ(lines->TotalSponsorship(), Currency::fromUnits(50));
-    EXPECT_EQ(lines->ToString(", "), ", Table") << "activity 3 is gone";
+    const auto lines = read("GetEventReservationActivities", 7);
+    EXPECT_EQ(toCurrency(get(lines, "TotalExpected")), Currency::fromUnits(250));
+    EXPECT_EQ(toCurrency(get(lines, "TotalSponsorship")), Currency::fromUnits(50));
+    EXPECT_EQ(listed(lines, ", "), ", Table") << "activity 3 is gone";
     EXPECT_EQ(host.log.size(), 3U);
 }
 
@@ -350,10 +361,10 @@ TEST_F(Children, NewOnesKnowTheirEventAndAreClean)
         EXPECT_FALSE(toBool(get(record, "IsDirty")));
     }
     EXPECT_TRUE(toBool(get(toObject(ask("GetNewEventReservationActivity")), "IsNew")));
-    const auto participant = read<cEventParticipant>("GetNewEventParticipant", 5, 9);
-    EXPECT_EQ(participant->FKdonorId, 9);
-    EXPECT_FALSE(participant->IsDirty());
-    EXPECT_EQ(read<cEventParticipants>("GetNewEventParticipants")->Count(), 0);
+    const auto participant = read("GetNewEventParticipant", 5, 9);
+    EXPECT_EQ(toInt32(get(participant, "FKdonorId")), 9);
+    EXPECT_FALSE(toBool(get(participant, "IsDirty")));
+    EXPECT_EQ(count(read("GetNewEventParticipants")), 0);
 }
 
 } // namespace

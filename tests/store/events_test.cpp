@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "automation/clock.h"
-#include "store/events_manage.h"
-#include "store/store_access.h"
 #include "tests/support/scripted_host.h"
 
 namespace qmevents {
@@ -29,20 +27,20 @@ protected:
         act();
         return host.takeLog();
     }
-    Ref<cEvent> gala(bool isNew = true)
+    Ref<Object> newGala()
     {
-        auto event = makeRef<cEvent>();
-        event->Name = "Gala";
-        event->StartDateTime = Date::of(2026, 12, 1, 18);
-        if (isNew) {
-            StoreAccess::markNew(*event);
-        } else {
-            StoreAccess::setId(*event, 12);
-            StoreAccess::markStored(*event);
-        }
+        auto event = toObject(call(host.store(), "GetNewEvent"));
+        put(event, "Name", "Gala");
+        put(event, "StartDateTime", Date::of(2026, 12, 1, 18));
         return event;
     }
-    bool update(const Ref<cEvent>& event)
+    Ref<Object> storedGala()
+    {
+        host.answer("FROM events_event_info WHERE Id = <2:12>", galaRow());
+        return toObject(call(host.store(), "GetEvent", 12));
+    }
+    static bool is(const Ref<Object>& event, const char* flag) { return toBool(get(event, flag)); }
+    bool update(const Ref<Object>& event)
     {
         return toBool(call(host.store(), "UpdateEvent", event));
     }
@@ -115,16 +113,16 @@ TEST_F(Store, ReportsImpossibleReadsAndStaysSilentAboutMissingEvents)
     host.failingStatement = 0;
     EXPECT_EQ(logOf([&] { EXPECT_TRUE(call(host.store(), "GetEvents").isNothing()); }),
               (Log{"SELECT * FROM events_event_info", "ErrorUnexpected: the disk is full"}));
-    EXPECT_THROW(call(host.store(), "GetEventsBySearch", makeRef<cEvent>()), Error);
+    EXPECT_THROW(call(host.store(), "GetEventsBySearch", newGala()), Error);
 }
 
 TEST_F(Store, InsertsANewEventAndTakesItsKey)
 {
     host.answer("@@IDENTITY", {{"Expr1000"}, {{34}}});
-    const auto event = gala();
-    event->Name = "O'Neill's \"Gala\"";
-    event->RevenueGoal = Currency::fromDouble(12.5);
-    event->FKFundId = 0;
+    const auto event = newGala();
+    put(event, "Name", "O'Neill's \"Gala\"");
+    put(event, "RevenueGoal", Currency::fromDouble(12.5));
+    put(event, "FKFundId", 0);
     EXPECT_EQ(
         logOf([&] { EXPECT_TRUE(toBool(call(host.store(), "UpdateEvent", event, false, false))); }),
         (Log{"INSERT INTO events_event_info (Name, Description, FKLocationId, StartDateTime, "
@@ -135,21 +133,21 @@ TEST_F(Store, InsertsANewEventAndTakesItsKey)
              "<3:0>, <3:0>, <3:0>, <3:0>, <3:12.5>, <3:0>, <2:0>, <2:0>, <2:0>, <5:>, <3:5>, "
              "<1:2026-11-21 10:00:00>)",
              "SELECT @@IDENTITY"}));
-    EXPECT_EQ(event->Id(), 34);
-    EXPECT_FALSE(event->IsNew() || event->IsDirty());
-    EXPECT_EQ(event->CreateUser, 5);
+    EXPECT_EQ(toInt32(get(event, "Id")), 34);
+    EXPECT_FALSE(is(event, "IsNew") || is(event, "IsDirty"));
+    EXPECT_EQ(toInt32(get(event, "CreateUser")), 5);
 }
 
 TEST_F(Store, RewritesAnExistingEventWholeUnderItsLock)
 {
-    const auto event = gala(false);
+    const auto event = storedGala();
     EXPECT_EQ(logOf([&] { EXPECT_TRUE(update(event)); }),
               (Log{"Lock event 12",
                    "UPDATE events_event_info SET Name = <5:Gala>, Description = <5:>, FKLocationId "
                    "= <3:0>, StartDateTime = <1:2026-12-01 18:00:00>, EndDateTime = <1:1899-12-30 "
                    "00:00:00>, RSVPDateTime = <1:1899-12-30 00:00:00>, MaxCapacity = <3:0>, "
                    "MinCapacity = <3:0>, FKCategoryId = <3:0>, FKStatusId = <3:0>, FKCoordinatorId "
-                   "= <3:0>, RevenueGoal = <3:0>, AttendanceGoal = <3:0>, FKFundId = <2:0>, "
+                   "= <3:0>, RevenueGoal = <3:5000>, AttendanceGoal = <3:0>, FKFundId = <2:0>, "
                    "FKCampaignId = <2:0>, FKAppealId = <2:0>, Notes = <5:>, LastUpdateUser = "
                    "<3:5>, LastUpdateDate = <1:2026-11-21 10:00:00> WHERE Id = <3:12>",
                    "ForceUpdate", "Unlock event 12"}));
@@ -161,9 +159,10 @@ TEST_F(Store, RefusesToSaveWithoutRightEventOrLock)
         logOf([&] { EXPECT_FALSE(toBool(call(host.store(), "UpdateEvent", Value::nothing()))); }),
         (Log{"ErrorUnexpected: The UpdateEvent method requires a valid event object"}));
     host.lockHeldByAnother = true;
-    EXPECT_EQ(logOf([&] { EXPECT_FALSE(update(gala(false))); }), (Log{"Lock refused event 12"}));
+    const auto stored = storedGala();
+    EXPECT_EQ(logOf([&] { EXPECT_FALSE(update(stored)); }), (Log{"Lock refused event 12"}));
     host.deniedRights = {"events/edit"};
-    EXPECT_EQ(logOf([&] { EXPECT_FALSE(update(gala())); }),
+    EXPECT_EQ(logOf([&] { EXPECT_FALSE(update(newGala())); }),
               (Log{"MsgBox: Based on your current security settings, you are not authorized to "
                    "update an event.  Contact your database administrator | Not Authorized To "
                    "Update Event"}));
@@ -171,13 +170,13 @@ TEST_F(Store, RefusesToSaveWithoutRightEventOrLock)
 
 TEST_F(Store, KeepsAnEventNewAndDirtyWhenItsInsertFails)
 {
-    const auto event = gala();
-    event->Name = "typed";
+    const auto event = newGala();
+    put(event, "Name", "typed");
     host.failingStatement = 0;
     const Log log = logOf([&] { EXPECT_FALSE(update(event)); });
     EXPECT_EQ(log.back(), "ErrorUnexpected: the disk is full");
-    EXPECT_TRUE(event->IsNew() && event->IsDirty());
-    EXPECT_EQ(event->Name.get(), "typed");
+    EXPECT_TRUE(is(event, "IsNew") && is(event, "IsDirty"));
+    EXPECT_EQ(toText(get(event, "Name")), "typed");
 }
 
 TEST_F(Store, ShowsTheFirstBrokenRuleOnly)
@@ -187,47 +186,38 @@ TEST_F(Store, ShowsTheFirstBrokenRuleOnly)
     host.codes = {{"fund", {1}}, {"campaign", {1}}, {"giftsource", {1}}};
     const std::string gone = "\r\nIt may have been deleted by another user.";
     struct {
-        std::function<void(cEvent&)> breakRule;
+        std::vector<std::pair<const char*, Value>> assigned;
         std::string message;
     } const cases[] = {
-        {[](cEvent& e) { e.Name = "   "; }, "The event name is required."},
-        {[=](cEvent& e) { e.StartDateTime = onlyTime; }, "The event start date is required."},
-        {[=](cEvent& e) { e.EndDateTime = onlyTime; },
-         "The event end date is required if an end time is entered."},
-        {[=](cEvent& e) { e.EndDateTime = day.plusSeconds(-1); },
+        {{{"Name", "   "}}, "The event name is required."},
+        {{{"StartDateTime", onlyTime}}, "The event start date is required."},
+        {{{"EndDateTime", onlyTime}}, "The event end date is required if an end time is entered."},
+        {{{"EndDateTime", day.plusSeconds(-1)}},
          "The event end date cannot be before the event start date."},
-        {[=](cEvent& e) { e.RSVPDateTime = onlyTime; },
+        {{{"RSVPDateTime", onlyTime}},
          "The event RSVP date is required if an RSVP time is entered."},
-        {[](cEvent& e) { e.FKLocationId = 9; },
-         "The selected event location no longer exists." + gone},
-        {[](cEvent& e) { e.FKCategoryId = 9; },
-         "The selected event category no longer exists." + gone},
-        {[](cEvent& e) { e.FKStatusId = 9; }, "The selected event status no longer exists." + gone},
-        {[](cEvent& e) { e.FKCoordinatorId = 9; },
-         "The selected event coordinator no longer exists." + gone},
-        {[](cEvent& e) { e.FKFundId = 9; }, "The selected fund no longer exists." + gone},
-        {[](cEvent& e) { e.FKCampaignId = 9; }, "The selected campaign no longer exists." + gone},
-        {[](cEvent& e) { e.FKAppealId = 9; }, "The selected appeal no longer exists." + gone},
-        {[=](cEvent& e) {
-             e.Name = "";
-             e.StartDateTime = Date();
-             e.FKFundId = 9;
-         },
-         "The event name is required."},
+        {{{"FKLocationId", 9}}, "The selected event location no longer exists." + gone},
+        {{{"FKCategoryId", 9}}, "The selected event category no longer exists." + gone},
+        {{{"FKStatusId", 9}}, "The selected event status no longer exists." + gone},
+        {{{"FKCoordinatorId", 9}}, "The selected event coordinator no longer exists." + gone},
+        {{{"FKFundId", 9}}, "The selected fund no longer exists." + gone},
+        {{{"FKCampaignId", 9}}, "The selected campaign no longer exists." + gone},
+        {{{"FKAppealId", 9}}, "The selected appeal no longer exists." + gone},
+        {{{"Name", ""}, {"StartDateTime", Date()}, {"FKFundId", 9}}, "The event name is required."},
     };
-    for (const auto& [breakRule, message] : cases) {
+    for (const auto& [assigned, message] : cases) {
         SCOPED_TRACE(message);
-        const auto event = gala();
-        breakRule(*event);
+        const auto event = newGala();
+        for (const auto& [name, value] : assigned) put(event, name, value);
         const Log log =
             logOf([&] { EXPECT_FALSE(toBool(call(host.store(), "ValidateEvent", event))); });
         EXPECT_EQ(log.back(), "ErrorUser: " + message);
     }
     EXPECT_EQ(logOf([&] { call(host.store(), "ValidateEvent", Value::nothing()); }),
               (Log{"ErrorUnexpected: The Validate method requires a valid event object"}));
-    const auto fine = gala();
-    fine->EndDateTime = fine->StartDateTime.get();
-    fine->FKFundId = 1;
+    const auto fine = newGala();
+    put(fine, "EndDateTime", get(fine, "StartDateTime"));
+    put(fine, "FKFundId", 1);
     EXPECT_TRUE(toBool(call(host.store(), "ValidateEvent", fine)));
 }
 

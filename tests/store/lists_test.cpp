@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "store/list_manage.h"
 #include "tests/support/scripted_host.h"
 
 namespace qmevents {
