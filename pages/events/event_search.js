@@ -19,6 +19,17 @@ export const spans = {
     all: { label: "All", descending: true },
 };
 
+/** What a list of events can be narrowed down by: the name in the address and the event's field. */
+export const filterFields = {
+    category: "FKCategoryId",
+    status: "FKStatusId",
+    location: "FKLocationId",
+    coordinator: "FKCoordinatorId",
+    fund: "FKFundId",
+    campaign: "FKCampaignId",
+    appeal: "FKAppealId",
+};
+
 export const sortKeys = Object.keys(orders);
 
 /** "StartDateTime DESC, Name, Id"; the first column's direction is the user's. */
@@ -52,9 +63,14 @@ export async function spanCondition(span, today, literal) {
     }
 }
 
-/** The criteria of a search for `text`; one row more than shown tells whether there are more. */
-export function criteriaValues({ text, where, order, shown }) {
+/**
+ * The criteria of a search for `text` among the events that `filters` (ids by field) let through;
+ * one row more than shown tells whether there are more.
+ */
+export function criteriaValues({ text, filters = {}, where, order, shown }) {
+    const wanted = Object.values(filterFields).map((field) => [field, filters[field] ?? null]);
     return {
+        ...Object.fromEntries(wanted),
         SearchString: literalSearch(text),
         CustomWhere: where,
         CustomOrderBy: order,
@@ -70,6 +86,7 @@ export function stateFromAddress(search, usualSpan = "upcoming") {
     const known = sortKeys.includes(sort);
     return {
         text: query.get("q") ?? "",
+        filters: filtersFrom(query),
         span,
         sort: known ? sort : "start",
         descending: known ? direction === "desc" : spans[span].descending,
@@ -77,11 +94,24 @@ export function stateFromAddress(search, usualSpan = "upcoming") {
     };
 }
 
+/** The filters that an address names by whole numbers; 0 stands for events without a choice. */
+function filtersFrom(query) {
+    const given = Object.entries(filterFields).map(([name, field]) => [field, query.get(name)]);
+    return Object.fromEntries(
+        given
+            .filter(([, text]) => /^\d{1,9}$/.test(text ?? ""))
+            .map(([field, text]) => [field, Number(text)]),
+    );
+}
+
 export const pageSize = 50;
 
-export function addressOfState({ text, span, sort, descending, shown }, usualSpan = "upcoming") {
+export function addressOfState({ text, filters, span, sort, descending, shown }, usualSpan = "upcoming") {
     const query = new URLSearchParams();
     if (text) query.set("q", text);
+    for (const [name, field] of Object.entries(filterFields)) {
+        if (filters[field] !== undefined) query.set(name, filters[field]);
+    }
     if (span !== usualSpan) query.set("show", span);
     if (sort !== "start" || descending !== spans[span].descending) {
         query.set("sort", descending ? `${sort}-desc` : sort);

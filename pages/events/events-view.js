@@ -1,26 +1,41 @@
 // The list of events.
 
+import { saveCsv } from "../lib/csv.js";
 import { bindKey } from "../lib/keys.js";
+import { keepPlace, returnToPlace } from "../lib/list_place.js";
 import { announce, reportFailure } from "../lib/notice.js";
 import { startPage } from "../lib/page.js";
-import { arrowKeys, rowFrom, sortableHeads } from "../lib/table.js";
+import { preferences, remember } from "../lib/preferences.js";
+import { arrowKeys, sortableHeads } from "../lib/table.js";
 import { commands } from "./addin.js";
-import { addressOfState, pageSize, spans, stateFromAddress } from "./event_search.js";
+import { exportColumns, exportProperties } from "./event_export.js";
+import { eventFilters } from "./event_filters.js";
+import { eventRows, figureColumns, rowColumns } from "./event_rows.js";
+import {
+    addressOfState,
+    filterFields,
+    pageSize,
+    spans,
+    stateFromAddress,
+} from "./event_search.js";
 import { findEvents } from "./find_events.js";
-import { loadLookups, nameIn } from "./lookups.js";
+import { loadLookups } from "./lookups.js";
 
-const columns = ["Id", "Name", "StartDateTime", "FKStatusId", "FKLocationId", "MaxCapacity"];
-const figures = ["Id", "NumberAccepted", "NumberReservations"];
 const typingPause = 200;
+const preference = "events-view";
+const mostExported = 100000;
 
 const byId = (id) => document.getElementById(id);
 const table = byId("events");
 const body = table.tBodies[0];
 
 startPage("Events", async ({ session, format, allowed }) => {
-    const state = stateFromAddress(location.search);
-    const lookups = loadLookups(["FKStatusId", "FKLocationId"]);
-    const rows = rowMaker(format, allowed, lookups);
+    const [lookups, [kept]] = await Promise.all([
+        loadLookups(Object.values(filterFields)),
+        preferences(preference),
+    ]);
+    const state = stateFromAddress(location.search || kept);
+    const rows = eventRows(body, { format, allowed, lookups, onLeave: keepPlace });
     let latest = 0;
 
     const showOrder = sortableHeads(table, (key) => {
@@ -34,14 +49,14 @@ startPage("Events", async ({ session, format, allowed }) => {
         const mine = latest;
         const start = added ? body.rows.length : 0;
         const { today } = session;
-        const found = await findEvents(state, columns, { today, start });
-        const made = await Promise.all(found.rows.map(rows.make));
+        const found = await findEvents(state, rowColumns, { today, start });
         if (mine !== latest) return;
+        const made = found.rows.map(rows.make);
         if (added) body.append(...made);
         else replaceRows(made);
         showState(found.hasMore, added);
         if (found.rows.length > 0) {
-            const counted = await findEvents(state, figures, { today, start });
+            const counted = await findEvents(state, figureColumns, { today, start });
             if (mine === latest) rows.addFigures(counted.rows);
         }
     }
@@ -59,16 +74,32 @@ startPage("Events", async ({ session, format, allowed }) => {
 
     function change(changes) {
         Object.assign(state, { shown: pageSize }, changes);
-        remember();
+        keepState();
         load().catch(reportFailure);
     }
 
-    function remember() {
+    /** The address holds all of the state; what was searched for is not kept for another day. */
+    function keepState() {
         history.replaceState(null, "", location.pathname + addressOfState(state));
+        remember(preference, addressOfState({ ...state, text: "", shown: pageSize }));
+    }
+
+    /** All events that match, not only those read so far. */
+    async function exportAll() {
+        const all = { ...state, shown: mostExported };
+        const found = await findEvents(all, exportProperties, { today: session.today });
+        saveCsv("Events", exportColumns(lookups), found.rows);
+        announce(`${found.rows.length} events exported`);
     }
 
     byId("search").value = state.text;
     document.querySelector(`input[name="span"][value="${state.span}"]`).checked = true;
+
+    const showFilters = eventFilters(
+        { panel: byId("filter-panel"), toggle: byId("filter-toggle"), chips: byId("chips") },
+        { lookups, format, onChange: (filters) => change({ filters }) },
+    );
+    showFilters(state.filters);
 
     let pause;
     byId("search").addEventListener("input", ({ target }) => {
@@ -85,7 +116,7 @@ startPage("Events", async ({ session, format, allowed }) => {
     });
     byId("more").addEventListener("click", () => {
         state.shown += pageSize;
-        remember();
+        keepState();
         load({ added: true }).catch(reportFailure);
     });
     document.addEventListener("hostrefresh", () => load().catch(reportFailure));
@@ -99,6 +130,8 @@ startPage("Events", async ({ session, format, allowed }) => {
     byId("find").addEventListener("click", () => {
         commands().FindEvent();
     });
+    byId("print").addEventListener("click", () => print());
+    byId("export").addEventListener("click", () => exportAll().catch(reportFailure));
     const mayEdit = allowed("events/edit");
     byId("add").hidden = !mayEdit;
     byId("new-full").hidden = !mayEdit;
@@ -107,6 +140,7 @@ startPage("Events", async ({ session, format, allowed }) => {
     arrowKeys(body);
 
     await load();
+    returnToPlace(body);
 });
 
 /** New rows in place of the old; the focus stays on the same event's row, or on its place. */
@@ -121,89 +155,6 @@ function replaceRows(made) {
     (row?.querySelector("a.row-link") ?? byId("search")).focus();
 }
 
-function rowMaker(format, allowed, lookups) {
-    const template = byId("event-row");
-    const actions = [
-        {
-            label: "Edit",
-            right: "events/edit",
-            run: (id) => {
-                commands().EditEvent(id);
-            },
-        },
-        {
-            label: "Delete",
-            right: "events/delete",
-            run: (id) => {
-                commands().DeleteEvent(id);
-            },
-        },
-    ].filter(({ right }) => allowed(right));
-
-    async function make(event) {
-        const { FKStatusId, FKLocationId } = await lookups;
-        const row = rowFrom(template, {
-            name: event.Name,
-            start: format.longDate(event.StartDateTime),
-            time: format.time(event.StartDateTime) || "no time set",
-            status: nameIn(FKStatusId, event.FKStatusId),
-            location: nameIn(FKLocationId, event.FKLocationId),
-            capacity: event.MaxCapacity ? `up to ${format.whole(event.MaxCapacity)}` : "",
-        });
-        row.dataset.id = event.Id;
-        row.dataset.capacity = event.MaxCapacity;
-        const link = row.querySelector("a.row-link");
-        link.href = `/events/event-details?id=${event.Id}`;
-        link.addEventListener("click", (click) => {
-            if (click.ctrlKey || click.metaKey || click.shiftKey) return;
-            click.preventDefault();
-            commands().ViewEvent(event.Id);
-        });
-        row.querySelector(".row-actions").append(
-            ...actions.map(({ label, run }) => {
-                const button = document.createElement("button");
-                button.type = "button";
-                button.className = "quiet";
-                button.textContent = label;
-                button.setAttribute("aria-label", `${label} ${event.Name}`);
-                button.addEventListener("click", () => run(event.Id));
-                return button;
-            }),
-        );
-        return row;
-    }
-
-    /** Accepted and reserved per event, as they take longer to count. */
-    function addFigures(counted) {
-        for (const { Id, NumberAccepted, NumberReservations } of counted) {
-            const row = body.querySelector(`tr[data-id="${Id}"]`);
-            if (!row) continue;
-            const most = Number(row.dataset.capacity);
-            row.querySelector('[data-cell="capacity"]').textContent = acceptedText(
-                format,
-                NumberAccepted,
-                most,
-            );
-            row.querySelector('[data-cell="reserved"]').textContent = reservationsText(
-                format,
-                NumberReservations,
-            );
-        }
-    }
-
-    return { make, addFigures };
-}
-
-function acceptedText(format, accepted, most) {
-    if (most) return `${format.whole(accepted)} of ${format.whole(most)} accepted`;
-    return accepted ? `${format.whole(accepted)} accepted` : "";
-}
-
-function reservationsText(format, count) {
-    if (count === 0) return "";
-    return count === 1 ? "1 reservation" : `${format.whole(count)} reservations`;
-}
-
 const among = {
     upcoming: " among upcoming events",
     past: " among past events",
@@ -211,7 +162,8 @@ const among = {
     all: "",
 };
 
-function emptyText({ text, span }) {
+function emptyText({ text, filters, span }) {
+    if (Object.keys(filters).length > 0) return "Nothing matches these filters.";
     if (text) return `Nothing matches “${text}”${among[span]}.`;
     if (span === "all") return "No events yet.";
     return span === "upcoming" ? "No events ahead." : "No events in this time.";

@@ -1,6 +1,6 @@
 import assert from "node:assert/strict";
 import { browserTest } from "./harness.mjs";
-import { expectRows, makeEvent, signIn } from "./steps.mjs";
+import { expectRows, makeEvent, savedFile, signIn } from "./steps.mjs";
 
 browserTest("The list searches literally, sorts, and Back returns to it", async ({ page }) => {
     await signIn(page, "anna");
@@ -96,4 +96,47 @@ browserTest("More rows are read only when asked for", async ({ page }) => {
     await page.locator("tbody tr").nth(51).waitFor();
     assert.equal(await page.getByRole("button", { name: "Show more" }).isVisible(), false);
     assert.match(page.url(), /rows=100/);
+});
+
+browserTest("Filters are chips that the user keeps; Back returns to the row", async (tools) => {
+    const { page, axe } = tools;
+    await signIn(page, "anna");
+    const [category] = await page.evaluate(async () => {
+        const { loadLookups } = await import("/events/lookups.js");
+        return (await loadLookups(["FKCategoryId"])).FKCategoryId;
+    });
+    for (const name of ["Zz =one", "Zz two"]) {
+        await makeEvent(page, { Name: name, FKCategoryId: category.id });
+    }
+    await makeEvent(page, { Name: "Zz bare" });
+
+    await page.goto("/events/events-view?q=zz&show=all");
+    await page.getByRole("button", { name: "Filters" }).click();
+    await axe(page);
+    await page.getByLabel("Category", { exact: true }).selectOption({ label: category.name });
+    await expectRows(page, ["Zz =one", "Zz two"]);
+    await page.getByLabel("Fund", { exact: true }).selectOption({ label: "Without fund" });
+    await expectRows(page, ["Zz =one", "Zz two"]);
+    const { name, lines } = await savedFile(page, page.getByRole("button", { name: "Export" }));
+    assert.equal(name, "Events.csv");
+    assert.equal(lines.length, 3);
+    assert.match(lines[1], /^\d+,Zz =one,2031-05-09T18:30:00,/);
+
+    await page.getByRole("button", { name: /Remove the filter Category/ }).click();
+    await expectRows(page, ["Zz =one", "Zz bare", "Zz two"]);
+    assert.match(page.url(), /fund=0/);
+    await page.goto("/events/events-view");
+    await page.getByRole("button", { name: /Remove the filter Fund: Without fund/ }).waitFor();
+    assert.equal(await page.getByRole("searchbox").inputValue(), "");
+    await page.getByRole("button", { name: /Remove the filter/ }).click();
+
+    const rows = page.locator("tbody tr");
+    await rows.nth(20).waitFor();
+    const link = rows.nth(20).locator("a.row-link");
+    const chosen = await link.textContent();
+    await link.click();
+    await page.getByRole("heading", { name: chosen }).waitFor();
+    await page.goBack();
+    await page.waitForFunction((text) => document.activeElement.textContent === text, chosen);
+    assert.ok(await page.evaluate(() => scrollY > 200));
 });

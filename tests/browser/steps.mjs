@@ -1,6 +1,7 @@
 // What the browser tests do over and over: signing in, making events, opening dialogs.
 
 import assert from "node:assert/strict";
+import { readFile } from "node:fs/promises";
 
 /** The demonstration's users: anna may do all, ben may not delete, viewer only looks. */
 export const users = {
@@ -81,9 +82,19 @@ export async function faultAt(control, expected) {
 /** Checks that `list`'s row links read `names`, in this order, once they do or time is up. */
 export async function expectRows(page, names) {
     const read = () => page.locator("tbody a.row-link").allTextContents();
+    // A page that the browser had kept is loaded anew, perhaps just now.
+    const readIfThere = () => read().catch(() => undefined);
     for (let attempt = 0; attempt < 50; attempt += 1) {
-        if (JSON.stringify(await read()) === JSON.stringify(names)) return;
+        if (JSON.stringify(await readIfThere()) === JSON.stringify(names)) return;
         await page.waitForTimeout(50);
     }
     assert.deepEqual(await read(), names);
+}
+
+/** The text of the file that pressing `button` saves, without its mark; and what it is called. */
+export async function savedFile(page, button) {
+    const [download] = await Promise.all([page.waitForEvent("download"), button.click()]);
+    const text = await readFile(await download.path(), "utf8");
+    assert.equal(text[0], "\uFEFF");
+    return { name: download.suggestedFilename(), lines: text.slice(1).trimEnd().split("\r\n") };
 }

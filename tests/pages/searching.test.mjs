@@ -41,21 +41,28 @@ test("a span of time becomes a condition on the start", async () => {
 
 test("a search asks for one row more than it shows", () => {
     const values = criteriaValues({ text: "a b", where: "", order: "Id", shown: 50 });
-    assert.deepEqual(values,
-        { SearchString: "a b", CustomWhere: "", CustomOrderBy: "Id", MaxRows: 51 });
+    const unset = { FKCategoryId: null, FKStatusId: null, FKLocationId: null,
+        FKCoordinatorId: null, FKFundId: null, FKCampaignId: null, FKAppealId: null };
+    const asked = { SearchString: "a b", CustomWhere: "", CustomOrderBy: "Id", MaxRows: 51 };
+    assert.deepEqual(values, { ...unset, ...asked });
+    const filters = { FKStatusId: 0, FKFundId: 4 };
+    assert.deepEqual(
+        criteriaValues({ text: "a b", filters, where: "", order: "Id", shown: 50 }),
+        { ...unset, ...asked, ...filters });
 });
 
 test("a list's state survives the address, and nonsense in it does no harm", () => {
-    const usual = { text: "", span: "upcoming", sort: "start", descending: false, shown: 50 };
+    const usual = { text: "", filters: {}, span: "upcoming", sort: "start", descending: false, shown: 50 };
     const states = [
         [usual, ""],
         [{ ...usual, text: "100% & more" }, "?q=100%25+%26+more"],
         [{ ...usual, span: "past", descending: true }, "?show=past"],
+        [{ ...usual, filters: { FKCategoryId: 3, FKAppealId: 0 } }, "?category=3&appeal=0"],
         [{ ...usual, sort: "name", descending: true, shown: 150 }, "?sort=name-desc&rows=150"],
     ];
     for (const [state, address] of states) {
         assert.equal(addressOfState(state), address);
         assert.deepEqual(stateFromAddress(address), state);
     }
-    assert.deepEqual(stateFromAddress("?show=x&sort=Id;--&rows=-4"), usual);
+    assert.deepEqual(stateFromAddress("?show=x&sort=Id;--&rows=-4&fund=1;--&status=-2"), usual);
 });
