@@ -164,6 +164,7 @@ void Dialog::onHandleInputValues()
         if (!isSent(description_, value)) continue;
         const std::string property(value.property);
         const std::string pageName(value.pageName);
+        if (value.whenNothing && get(property).isNothing()) set(property, value.whenNothing());
         if (isObject(value.exchange)) {
             template_->SetInputValueByRef(get(property).object(), property, pageName,
                                           isRequired(value.exchange));

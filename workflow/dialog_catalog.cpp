@@ -1,5 +1,7 @@
 #include "workflow/dialog_catalog.h"
 
+#include "model/event_participant.h"
+
 namespace qmevents {
 namespace {
 
@@ -53,6 +55,11 @@ constexpr DialogValue participant[] = {{"Action", "action", input},
                                        {"EventParticipant", "eventparticipant", object}};
 constexpr DialogValue participants[] = {{"EventId", "eventid", input, id},
                                         {"EventParticipants", "eventparticipants", object}};
+// The page gathers donors in it, whoever opened the dialog.
+constexpr DialogValue newParticipants[] = {
+    {"EventId", "eventid", input, id},
+    {"EventParticipants", "eventparticipants", object, false,
+     []() -> Ref<Object> { return makeRef<cEventParticipants>(); }}};
 constexpr DialogValue activity[] = {{"Action", "action", input},
                                     {"EventActivity", "eventactivity", object}};
 constexpr DialogValue task[] = {{"Action", "action", input}, {"EventTask", "eventtask", object}};
@@ -132,7 +139,7 @@ constexpr DialogDescription catalog[] = {
      reservationItems, "Edit the choice items of a reservation field."},
     {"customizeeventdetails", "CustomizeEventDetailsDialog", Headings::noDescription, customize,
      "Choose what the event details page shows."},
-    {"addeventparticipants", "AddEventParticipantsDialog", Headings::all, participants,
+    {"addeventparticipants", "AddEventParticipantsDialog", Headings::all, newParticipants,
      "Add participants from a source."},
     {"addeventparticipant", "AddEventParticipantDialog", Headings::all, participants,
      "Add one participant."},

@@ -3,6 +3,8 @@
 #include <span>
 #include <string_view>
 
+#include "automation/object_base.h"
+
 namespace qmevents {
 
 /// How a dialog's value travels between its property and its page.
@@ -21,6 +23,7 @@ struct DialogValue {
     std::string_view pageName;
     Exchange exchange;
     bool isId = false; ///< A record's identifier: starts as 0 and is read back as a whole number.
+    Ref<Object> (*whenNothing)() = nullptr; ///< What the page gets in place of no object.
 };
 
 /// Which of the three headings a dialog has and sends to its page.

@@ -102,6 +102,30 @@ TEST_F(DialogsTest, ReportMissingRequiredInputsAndShowAllTheSame)
     EXPECT_EQ(toInt32(call(plumbing, "GetOutputValue", "never set", 7)), 7);
 }
 
+TEST_F(DialogsTest, GatherParticipantsInTheCollectionGivenOrANewOne)
+{
+    const auto given = make("addeventparticipants");
+    const auto collection = toObject(call(host.store(), "GetNewEventParticipants"));
+    put(given, "EventParticipants", collection);
+    host.dialogPage = [&] {
+        EXPECT_EQ(host.dialogValues["eventparticipants"].object(), collection);
+        return Value(true);
+    };
+    call(given, "Create");
+    host.dialogPage = [&] {
+        const auto gathered = host.dialogValues["eventparticipants"].object();
+        EXPECT_NE(gathered, collection);
+        EXPECT_EQ(gathered->className(), "cEventParticipants");
+        return Value(true);
+    };
+    call(make("addeventparticipants"), "Create");
+    const auto one = make("addeventparticipant"); // gets its participant from whoever opens it
+    host.log.clear();
+    host.dialogPage = nullptr;
+    call(one, "Create");
+    EXPECT_EQ(host.log[4], "Dialog eventparticipants = Nothing");
+}
+
 TEST_F(DialogsTest, CloseOnlyOnce)
 {
     const auto plumbing = makeRef<DialogTemplate>();
