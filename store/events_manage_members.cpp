@@ -25,14 +25,13 @@ void describeEvents(Describe<C>& table)
         .method("DeleteDonorFromEvents", &C::DeleteDonorFromEvents,
                 {arg("DonorId"), arg("DeleteDonations")},
                 "Removes every trace of a donor from all events.")
-        .method("StartEventMailingProcess", &C::StartEventMailingProcess,
-                {arg("EventId"), arg("EventMailingType"), optional("ParticipantStatuses", ""),
-                 optional("InvitationGroups", Value()),
-                 optional("EventReservationSponsorship", false),
-                 optional("EventReservationNonSponsorship", false),
-                 optional("EventActivityIds", "")},
-                "Starts a mailing to a part of the event's people: by status (1), by activity (2), "
-                "by sponsorship (3) or by invitation group (4).");
+        .method(
+            "StartEventMailingProcess", &C::StartEventMailingProcess,
+            {arg("EventId"), arg("EventMailingType"), optional("ParticipantStatuses", ""),
+             optional("InvitationGroups", Value()), optional("EventReservationSponsorship", false),
+             optional("EventReservationNonSponsorship", false), optional("EventActivityIds", "")},
+            "Starts a mailing to a part of the event's people: by status (1), by activity (2), "
+            "by sponsorship (3) or by invitation group (4).");
 }
 
 // Each operation judges an action on one kind of record.
