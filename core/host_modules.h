@@ -19,6 +19,8 @@ public:
     }
     /// The installation folder; ends with a separator.
     std::string path() const { return toText(get("Path")); }
+    /// Where the add-in's report layouts lie.
+    std::string reportFolder() const { return path() + "Cache\\Reports"; }
     Value configuration(const std::string& key) const
     {
         return qmevents::call(part("Configuration"), "getValue", key);
@@ -50,6 +52,23 @@ public:
     }
 };
 
+/// The host's own dialog in which the user chooses a donor.
+class DonorChooser : public HostPart {
+public:
+    using HostPart::HostPart;
+    void setTitle(const std::string& title) const { put("Title", title); }
+    void setHeading(const std::string& heading) const { put("Heading", heading); }
+    void setDescription(const std::string& description) const { put("Description", description); }
+    /// Lets the user enter a new donor on the spot.
+    void allowNew() const { put("AllowNew", true); }
+    void showAll() const { put("ShowAll", true); }
+    /// Offers the advanced search.
+    void allowAdvanced() const { put("AllowAdvanced", true); }
+    /// Shows the dialog; the engine's return value.
+    Value create() const { return call("Create"); }
+    std::int32_t donorId() const { return toInt32(get("DonorId")); }
+};
+
 /// `App.Modules.donor`.
 class DonorModule : public HostPart {
 public:
@@ -65,6 +84,10 @@ public:
         return toObject(qmevents::call(part("DonorManage"), "GetSmallDonor", id));
     }
     Ref<Object> detailsPage() const { return getObject(part("Donors"), "DetailsPage"); }
+    DonorChooser newDonorChooser() const
+    {
+        return DonorChooser(toObject(qmevents::call(part("Dialogs"), "NewDialog", "getdonor")));
+    }
     MailingManage mailings() const { return MailingManage(part("MailingManage")); }
 };
 
@@ -75,6 +98,11 @@ public:
     void deleteDonation(std::int32_t id) const { qmevents::call(donations(), "Delete", id); }
     /// The host's list of donations that satisfy `where`, a condition in SQL.
     Ref<Object> donationsWhere(const std::string& where, const std::string& orderBy) const;
+    /// Starts the wizard that records a gift; it reads the dialog values for what it is about.
+    void startWizard() const
+    {
+        qmevents::call(getObject(donations(), "Wizards"), "StartDonationWizard");
+    }
 
 private:
     Ref<Object> donations() const { return part("Donations"); }
@@ -101,6 +129,12 @@ public:
     Ref<Object> smartLists() const { return part("Smartlists"); }
     Ref<Object> mailingFieldSchema() const { return getObject(part("Mailings"), "FieldSchema"); }
     Ref<Object> reports() const { return part("Reports"); }
+    /// The address at which the host shows the report `key` of the folder for one record.
+    std::string reportAddress(const std::string& folder, const std::string& key,
+                              std::int32_t id) const
+    {
+        return toText(qmevents::call(reports(), "GetReportTaskString", folder, key, id));
+    }
     Ref<Object> donorDetailsPage() const { return getObject(part("Donors"), "DetailsPage"); }
 };
 

@@ -5,17 +5,21 @@
 
 namespace qmevents {
 
-void showRefusal(const std::string& reason)
+void showRefusal(const std::string& reason, RefusalEnding ending)
 {
     const Host app = host();
     const std::string lines = text::replaceAll(reason, "</br>", lineBreak);
-    app.shell().msgBox(lines + lineBreak + "Click OK to continue.", "Request Is Not Valid");
+    // The two endings differ in the host's messages, too.
+    const std::string separator = ending == RefusalEnding::newLine ? lineBreak : "  ";
+    app.shell().msgBox(lines + separator + "Click OK to continue.", "Request Is Not Valid");
     app.document().forceUpdate();
 }
 
-void showRefusalIfExplained(const std::string& reason)
+bool showRefusalIfExplained(const std::string& reason)
 {
-    if (!text::trim(reason).empty()) showRefusal(reason);
+    if (text::trim(reason).empty()) return false;
+    showRefusal(reason);
+    return true;
 }
 
 } // namespace qmevents

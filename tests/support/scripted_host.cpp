@@ -44,7 +44,7 @@ Value donorObject(const ScriptedHost& host, std::int32_t id)
     const auto found = host.donors.find(id);
     if (found == host.donors.end()) return Value::nothing();
     auto donor = puppet("Donor");
-    donor->holds("Id", id).holds("Display", found->second);
+    donor->holds("Id", id).holds("Display", found->second).holds("EntityType", "household");
     return donor;
 }
 
@@ -271,6 +271,16 @@ Ref<Object> ScriptedHost::makeShell()
         log.push_back("MsgBox: " + toText(a[0]) + " | " + toText(a[1]));
         return Value();
     });
+    shell->on("MsgPrompt", [this](std::span<Value> a) {
+        log.push_back("MsgPrompt: " + toText(a[0]) + " | " + toText(a[1]) + " | " + toText(a[2]));
+        return Value(saysYes ? 6 : 7);
+    });
+    auto page = puppet("Page");
+    page->on("SetModified", [this](std::span<Value>) {
+        log.emplace_back("Page.SetModified");
+        return Value();
+    });
+    shell->holds("Page", page);
     for (const char* name : {"ErrorUser", "ErrorUnexpected"}) {
         shell->on(name, [this, name](std::span<Value> a) {
             std::string line = name + std::string(": ") + toText(a[0]);
@@ -344,7 +354,7 @@ Ref<Object> ScriptedHost::makeModules()
     auto configuration = puppet("Configuration");
     configuration->on("getValue", [this](std::span<Value>) { return Value(requiredSchema); });
     auto events = puppet("EventsModule");
-    events->holds("Configuration", configuration);
+    events->holds("Configuration", configuration).holds("Path", "C:\\Events\\");
     events->on("Objects", [this](std::span<Value> a) { return Value(roots_.at(toText(a[0]))); });
     events->on("ShowDialog", [this](std::span<Value> a) {
         log.push_back("ShowDialog " + toText(a[0]) + " " + shown(a[1]) + " " + shown(a[2]) + " " +
@@ -374,15 +384,14 @@ Ref<Object> ScriptedHost::makeModules()
             return Value();
         });
     }
+    auto donorDialogs = puppet("DonorDialogs");
+    donorDialogs->on("NewDialog", [this](std::span<Value> a) {
+        EXPECT_EQ(toText(a[0]), "getdonor");
+        return Value(makeDonorChooser());
+    });
     auto donor = puppet("DonorModule");
     donor->holds("DonorManage", donorManage).holds("MailingManage", mailings);
-    auto donations = puppet("Donations");
-    donations->on("Delete", [this](std::span<Value> a) {
-        statement("Donation.Delete " + toText(a[0]));
-        return Value();
-    });
-    auto donation = puppet("DonationModule");
-    donation->holds("Donations", donations);
+    donor->holds("Dialogs", donorDialogs);
     auto actions = puppet("Actions");
     actions->on("NewActionCriteria", [](std::span<Value>) -> Value {
         auto criteria = puppet("ActionCriteria");
@@ -416,9 +425,56 @@ Ref<Object> ScriptedHost::makeModules()
         return note;
     });
     auto modules = puppet("Modules");
-    modules->holds("Events", events).holds("donor", donor).holds("Donation", donation);
-    modules->holds("Actions", actions);
+    modules->holds("Events", events).holds("donor", donor).holds("Donation", makeDonation());
+    modules->holds("Actions", actions).holds("Quillmere", makeQuillmere());
     return modules;
+}
+
+Ref<Object> ScriptedHost::makeDonorChooser()
+{
+    auto chooser = puppet("DonorChooser");
+    for (const char* name :
+         {"Title", "Heading", "Description", "AllowNew", "ShowAll", "AllowAdvanced"}) {
+        chooser->onPut(name, [this, name](std::span<Value> a) {
+            log.push_back("getdonor " + std::string(name) + " = " + shown(a[0]));
+            return Value();
+        });
+    }
+    chooser->on("Create", [this](std::span<Value>) {
+        log.emplace_back("getdonor shown");
+        return Value(chosenDonor.has_value());
+    });
+    chooser->on("DonorId", [this](std::span<Value>) { return Value(chosenDonor.value()); });
+    return chooser;
+}
+
+Ref<Object> ScriptedHost::makeDonation()
+{
+    auto wizards = puppet("Wizards");
+    wizards->on("StartDonationWizard", [this](std::span<Value> a) {
+        EXPECT_TRUE(a.empty());
+        log.emplace_back("StartDonationWizard");
+        return Value();
+    });
+    auto donations = puppet("Donations");
+    donations->holds("Wizards", wizards).on("Delete", [this](std::span<Value> a) {
+        statement("Donation.Delete " + toText(a[0]));
+        return Value();
+    });
+    auto donation = puppet("DonationModule");
+    donation->holds("Donations", donations);
+    return donation;
+}
+
+Ref<Object> ScriptedHost::makeQuillmere()
+{
+    auto reports = puppet("Reports");
+    reports->on("GetReportTaskString", [](std::span<Value> a) {
+        return Value("report:" + toText(a[0]) + "|" + toText(a[1]) + "|" + toText(a[2]));
+    });
+    auto quillmere = puppet("Quillmere");
+    quillmere->holds("Reports", reports);
+    return quillmere;
 }
 
 Ref<Object> ScriptedHost::makeUtils()

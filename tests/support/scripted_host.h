@@ -51,6 +51,8 @@ public:
     std::map<std::string, Value> dialogValues;
     /// What the page in a dialog does before it closes; the return value.
     std::function<Value()> dialogPage;
+    bool saysYes = false;                    ///< The answer to every question.
+    std::optional<std::int32_t> chosenDonor; ///< What the donor chooser gives; cancelled without.
     std::int32_t requiredSchema = 2;
     std::function<void(const std::string&)> runScript;
 
@@ -71,6 +73,9 @@ private:
     Ref<Object> makeProvider();
     Ref<Object> makeShell();
     Ref<Object> makeDialogEngine();
+    Ref<Object> makeDonorChooser();
+    Ref<Object> makeDonation();
+    Ref<Object> makeQuillmere();
     Ref<Object> makeSecurity();
     Ref<Object> makeModules();
     Ref<Object> makeUtils();

@@ -1,70 +1,24 @@
-#include <gtest/gtest.h>
-
-#include "model/event.h"
-#include "tests/support/scripted_host.h"
+#include "tests/workflow/commands.h"
 
 namespace qmevents {
 namespace {
 
+using testing::Commands;
+using testing::eventRow;
 using testing::Log;
-using testing::ScriptedHost;
 
 const std::string reads12 = "SELECT * FROM events_event_info WHERE Id = <2:12>";
 
-class Commands : public ::testing::Test {
+class EventCommands : public Commands {
 protected:
-    Commands()
+    EventCommands()
     {
         host.answer("WHERE Id = <2:12>", eventRow(12));
         host.answer("WHERE Id = <2:40>", eventRow(40));
     }
-    static testing::Rows eventRow(std::int32_t id)
-    {
-        const std::vector<std::string> columns{"Id",
-                                               "Name",
-                                               "Description",
-                                               "FKLocationId",
-                                               "StartDateTime",
-                                               "EndDateTime",
-                                               "RSVPDateTime",
-                                               "MaxCapacity",
-                                               "MinCapacity",
-                                               "FKCategoryId",
-                                               "FKStatusId",
-                                               "FKCoordinatorId",
-                                               "RevenueGoal",
-                                               "AttendanceGoal",
-                                               "FKFundId",
-                                               "FKCampaignId",
-                                               "FKAppealId",
-                                               "Notes",
-                                               "CreateUser",
-                                               "CreateDate",
-                                               "LastUpdateUser",
-                                               "LastUpdateDate"};
-        std::vector<Value> row(columns.size(), Value(Null{}));
-        row[0] = id;
-        return {columns, {row}};
-    }
-    template <typename... A>
-    Log run(const char* command, A&&... arguments)
-    {
-        host.log.clear();
-        call(host.commands(), command, std::forward<A>(arguments)...);
-        return host.takeLog();
-    }
-    // A dialog page that sets a value and confirms.
-    void confirmWith(const std::string& name, const Value& value)
-    {
-        host.dialogPage = [this, name, value] {
-            if (!name.empty()) host.dialogValues[name] = value;
-            return Value(true);
-        };
-    }
-    ScriptedHost host;
 };
 
-TEST_F(Commands, OpenTheFullEditPageOfAnEvent)
+TEST_F(EventCommands, OpenTheFullEditPageOfAnEvent)
 {
     EXPECT_EQ(run("EditEvent", 12),
               (Log{"Lock event 12", reads12, "Unlock event 12",
@@ -73,14 +27,14 @@ TEST_F(Commands, OpenTheFullEditPageOfAnEvent)
               "Navigate: obsidian://events/event-fulledit?id=12&action=edit&actiontype=copy");
 }
 
-TEST_F(Commands, OpenTheFullEditPageForANewEvent)
+TEST_F(EventCommands, OpenTheFullEditPageForANewEvent)
 {
     EXPECT_EQ(run("CreateEvent"), (Log{"Navigate: obsidian://events/event-fulledit?action=new"}));
-    const auto event = makeRef<cEvent>();
+    const auto event = make("GetNewEvent");
     EXPECT_EQ(run("CreateEvent", event),
               (Log{"Session event = cEvent",
                    "Navigate: obsidian://events/event-fulledit?action=new&persist=event"}));
-    EXPECT_EQ(host.session["event"].object(), Ref<Object>(event));
+    EXPECT_EQ(host.session["event"].object(), event);
     EXPECT_EQ(run("CreateEvent", event, true).back(),
               "Dialog.Close obsidian://events/event-fulledit?action=new&persist=event");
     EXPECT_EQ(run("CreateEvent", Missing{}, true),
@@ -89,7 +43,7 @@ TEST_F(Commands, OpenTheFullEditPageForANewEvent)
               (Log{"Navigate: obsidian://events/event-fulledit?action=new"}));
 }
 
-TEST_F(Commands, ViewAnEventFromTheTopOfItsLists)
+TEST_F(EventCommands, ViewAnEventFromTheTopOfItsLists)
 {
     const Log cleared{"Session eventdetailsparticipants-lastselectedrow-12 = ",
                       "Session eventdetailsparticipants-lastselectedid-12 = ",
@@ -115,7 +69,7 @@ TEST_F(Commands, ViewAnEventFromTheTopOfItsLists)
     EXPECT_EQ(toText(host.preferences["events/reservation-list-sortby-12"]), "date");
 }
 
-TEST_F(Commands, TellWhyAnActionIsRefusedAndRefresh)
+TEST_F(EventCommands, TellWhyAnActionIsRefusedAndRefresh)
 {
     const auto refusal = [](const std::string& verb) {
         return "MsgBox: The request to " + verb +
@@ -132,15 +86,7 @@ TEST_F(Commands, TellWhyAnActionIsRefusedAndRefresh)
     }
 }
 
-TEST_F(Commands, EndQuietlyWhenAnotherUserHoldsTheEvent)
-{
-    host.lockHeldByAnother = true; // the host has told the user
-    for (const char* command : {"EditEvent", "CopyEvent", "DeleteEvent"}) {
-        EXPECT_EQ(run(command, 12), (Log{"Lock refused event 12"}));
-    }
-}
-
-TEST_F(Commands, AddAnEventInADialog)
+TEST_F(EventCommands, AddAnEventInADialog)
 {
     const Log shown{"Dialog title = Add an Event",
                     "Dialog heading = Add an Event",
@@ -149,13 +95,13 @@ TEST_F(Commands, AddAnEventInADialog)
                     "ShowDialog addevent missing missing 468 550",
                     "Dialog.ClearClipboard"};
     EXPECT_EQ(run("AddEvent"), shown); // cancelled: no refresh
-    confirmWith("", {});
+    confirmWith();
     Log confirmed = shown;
     confirmed.emplace_back("ForceUpdate");
     EXPECT_EQ(run("AddEvent"), confirmed);
 }
 
-TEST_F(Commands, DeleteAnEventThroughItsDialogUnderTheLock)
+TEST_F(EventCommands, DeleteAnEventThroughItsDialogUnderTheLock)
 {
     Log log{"Lock event 12",
             reads12,
@@ -167,14 +113,14 @@ TEST_F(Commands, DeleteAnEventThroughItsDialogUnderTheLock)
             "Dialog.ClearClipboard",
             "Unlock event 12"};
     EXPECT_EQ(run("DeleteEvent", 12), log);
-    confirmWith("", {});
+    confirmWith();
     log.insert(log.end() - 1, "ForceUpdate");
     EXPECT_EQ(run("DeleteEvent", 12), log);
 }
 
-TEST_F(Commands, OpenTheCopyOnceItExists)
+TEST_F(EventCommands, OpenTheCopyOnceItExists)
 {
-    confirmWith("event-copy-newid", "40");
+    confirmWith({{"event-copy-newid", "40"}});
     const Log log = run("CopyEvent", 12);
     const Log ending{
         "Dialog.ClearClipboard",
@@ -186,7 +132,7 @@ TEST_F(Commands, OpenTheCopyOnceItExists)
     ASSERT_GE(log.size(), ending.size());
     EXPECT_EQ(Log(log.end() - 6, log.end()), ending);
     for (const Value& nothing : {Value(0), Value()}) {
-        confirmWith("event-copy-newid", nothing);
+        confirmWith({{"event-copy-newid", nothing}});
         EXPECT_EQ(run("CopyEvent", 12).back(), "Unlock event 12");
     }
     host.dialogPage = [this] { // a cancelled page's values do not count
@@ -196,22 +142,11 @@ TEST_F(Commands, OpenTheCopyOnceItExists)
     EXPECT_EQ(run("CopyEvent", 12).back(), "Unlock event 12");
 }
 
-TEST_F(Commands, FindAnEventAndOpenIt)
+TEST_F(EventCommands, FindAnEventAndOpenIt)
 {
     EXPECT_EQ(run("FindEvent").back(), "Dialog.ClearClipboard");
-    confirmWith("eventid", 12);
+    confirmWith({{"eventid", 12}});
     EXPECT_EQ(run("FindEvent").back(), "Navigate: obsidian://events/event-details?id=12 | True");
-}
-
-TEST_F(Commands, RefuseBadArgumentsByName)
-{
-    for (const char* command : {"EditEvent", "ViewEvent", "DeleteEvent", "CopyEvent"}) {
-        EXPECT_THROW(run(command), Error);
-        EXPECT_THROW(run(command, "twelve"), Error);
-        EXPECT_THROW(run(command, 3e9), Error);
-    }
-    EXPECT_THROW(run("CreateEvent", host.app()), Error);
-    EXPECT_TRUE(host.log.empty());
 }
 
 } // namespace
