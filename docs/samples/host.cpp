@@ -122,8 +122,8 @@ HRESULT callWith(IDispatch* object, const wchar_t* name, IDispatch* argument)
     value.pdispVal = argument; // lent for the time of the call
     DISPPARAMS parameters = {&value, nullptr, 1, 0};
     EXCEPINFO failure = {};
-    outcome = object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, nullptr,
-                             &failure, nullptr);
+    outcome = object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,
+                             nullptr, &failure, nullptr);
     if (outcome == DISP_E_EXCEPTION) {
         std::printf("%ls failed: %ls (from %ls)\n", name,
                     failure.bstrDescription ? failure.bstrDescription : L"",
