@@ -51,11 +51,19 @@ export const list = (...question) => one(ask.list(...question));
 export const read = (...question) => one(ask.read(...question));
 export const write = (...question) => one(ask.write(...question));
 
-/** The answers to `questions` (see `ask`), put in order and in one request. */
+/** What the server answers in one request. */
+const mostCalls = 200;
+
+/** The answers to `questions` (see `ask`), put in order and in as few requests as can be. */
 export async function all(questions) {
-    const calls = questions.map(({ kind, body }) => ({ [kind]: body }));
-    const { results } = answerOf(await send("batch", { calls }));
-    return results.map((answer, index) => questions[index].decoded(answerOf(answer)));
+    const answers = [];
+    for (let start = 0; start < questions.length; start += mostCalls) {
+        const some = questions.slice(start, start + mostCalls);
+        const calls = some.map(({ kind, body }) => ({ [kind]: body }));
+        const { results } = answerOf(await send("batch", { calls }));
+        answers.push(...results.map((answer, index) => some[index].decoded(answerOf(answer))));
+    }
+    return answers;
 }
 
 async function one({ kind, body, decoded }) {
