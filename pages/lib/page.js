@@ -11,6 +11,7 @@ const places = [
     { name: "Home", url: "/host/home" },
     { name: "Events", url: "/events/events-view" },
     { name: "Mailings", url: "/host/mailings" },
+    { name: "Settings", url: "/events/events-settings" },
 ];
 
 /**

@@ -1,0 +1,239 @@
+// One lookup list on the settings page.
+
+import { App, read, release, set, write } from "../lib/app.js";
+import { changesBetween } from "../lib/conflicts.js";
+import { confirmBox } from "../lib/message_box.js";
+import { announce, notice, reportFailure } from "../lib/notice.js";
+import { rowFrom } from "../lib/table.js";
+import { deletionText } from "./lookup_lists.js";
+import {
+    addItem,
+    countUses,
+    deleteItem,
+    heldItem,
+    heldList,
+    moveItem,
+    readItems,
+    saveItem,
+    showItem,
+} from "./lookup_store.js";
+
+const dialogs = () => App.Modules.Events.Objects("Events").Dialogs;
+const donorDialogs = () => App.Modules.donor.Dialogs;
+
+/** Sets up a list in `panel`; gives a function that reads and shows it anew. */
+export function lookupPanel(panel, description, { format, mayEdit }) {
+    const { thing, title } = description;
+    panel.append(document.getElementById("panel").content.cloneNode(true));
+    const find = (selector) => panel.querySelector(selector);
+    const body = find("tbody");
+    const addButton = find("[data-add]");
+    find("caption").textContent = title;
+    find(".empty").textContent = `No ${title.toLowerCase()} yet.`;
+    addButton.textContent = `Add ${thing}`;
+    addButton.hidden = !mayEdit;
+    addButton.addEventListener("click", () => run(add, () => addButton.focus()));
+    let running = false;
+
+    async function update() {
+        const items = await readItems(description);
+        body.replaceChildren(...items.map((item, index) => rowOf(item, index, items)));
+        find("table").hidden = items.length === 0;
+        find(".empty").hidden = items.length > 0;
+        const hidden = items.filter(({ visible }) => !visible).length;
+        find(".count").textContent =
+            `${format.whole(items.length)} in all` + (hidden > 0 ? `, ${hidden} not offered` : "");
+    }
+
+    /** Runs one change at a time, shows what is stored then, and puts the focus where it was. */
+    async function run(change, focus) {
+        if (running) return;
+        running = true;
+        try {
+            await change();
+        } catch (error) {
+            reportFailure(error);
+        } finally {
+            running = false;
+        }
+        await update();
+        focus();
+    }
+
+    function rowOf(item, index, items) {
+        const row = rowFrom(document.getElementById("item-row"), {
+            name: item.name,
+            description: item.description,
+            state: item.visible ? "Offered" : "Not offered",
+        });
+        row.dataset.id = item.id;
+        row.querySelector('[data-cell="state"]').className = item.visible ? "" : "settled";
+        if (!mayEdit) return row;
+        const offers = [
+            { label: "Up", isOff: index === 0, run: () => move(item, -1) },
+            { label: "Down", isOff: index === items.length - 1, run: () => move(item, 1) },
+            { label: item.visible ? "Hide" : "Offer", run: () => toggle(item) },
+            description.properties && { label: "Edit", run: () => edit(item) },
+            { label: "Delete", run: () => remove(item) },
+        ].filter(Boolean);
+        row.querySelector(".row-actions").append(
+            ...offers.map(({ label, isOff, run: change }, place) => {
+                const button = document.createElement("button");
+                button.type = "button";
+                button.className = "quiet";
+                button.textContent = label;
+                button.disabled = Boolean(isOff);
+                button.setAttribute("aria-label", `${label} ${item.name}`);
+                button.addEventListener("click", () =>
+                    run(change, () => focusOn(item.id, index, place)),
+                );
+                return button;
+            }),
+        );
+        return row;
+    }
+
+    function focusOn(id, index, place) {
+        const row =
+            body.querySelector(`tr[data-id="${id}"]`) ?? body.rows[index] ?? [...body.rows].at(-1);
+        const buttons = [...(row?.querySelectorAll("button") ?? [])];
+        const wanted = buttons[place];
+        (wanted?.disabled ? buttons.find(({ disabled }) => !disabled) : wanted)?.focus();
+        if (!row) addButton.focus();
+    }
+
+    async function move({ id, name }, step) {
+        const moved = await moveItem(description, id, step);
+        if (moved) announce(`${name} moved to place ${moved.place} of ${moved.count}`);
+    }
+
+    async function toggle({ id, name, visible }) {
+        if (!(await showItem(description, id, !visible))) return tellGone(name);
+        announce(visible ? `${name} is not offered any more` : `${name} is offered again`);
+    }
+
+    function tellGone(name) {
+        notice(`“${name}” no longer exists. It may have been deleted by another user.`, {
+            fault: true,
+        });
+    }
+
+    async function remove({ id, name }) {
+        const uses = await countUses(description, id);
+        const answer = await confirmBox({
+            title: `Delete ${thing}`,
+            text: deletionText(description, name, uses, format),
+            buttons: [
+                ["delete", "Delete"],
+                ["keep", "Cancel"],
+            ],
+            danger: true,
+        });
+        if (answer === "delete") await deleteItem(description, id);
+    }
+
+    function add() {
+        return description.properties ? addWithDialog() : addCoordinator();
+    }
+
+    async function addWithDialog() {
+        const entered = await askFor("add");
+        if (!entered) return;
+        await addItem(description, entered);
+        announce(`${entered.Name} added`);
+    }
+
+    /** A coordinator is a donor, so one is chosen instead of a name being entered. */
+    async function addCoordinator() {
+        const dialog = await donorDialogs().NewDialog("getdonor");
+        await write(dialog, {
+            Title: "Add a Coordinator",
+            Heading: "Find the Donor Who Coordinates",
+            AllowNew: true,
+            AllowAdvanced: true,
+        });
+        const isChosen = await dialog.Create();
+        const donor = isChosen ? await dialog.DonorId : 0;
+        release(dialog);
+        if (!donor) return;
+        const items = await readItems(description);
+        const known = items.find(({ id }) => id === donor);
+        if (known) return notice(`${known.name} is a coordinator already.`);
+        await addItem(description, { FKdonorId: donor, Visible: true });
+    }
+
+    /** Shows what the item is now, lets it be changed, and stores what was changed. */
+    async function edit({ id, name }) {
+        const before = await readItem(id);
+        if (!before) return tellGone(name);
+        const entered = await askFor("edit", before, id);
+        if (!entered) return;
+        const mine = changed(before, entered);
+        const now = await readItem(id);
+        if (!now) return askToAddAgain(entered);
+        const conflicts = changesBetween(before, now, mine).filter(
+            ({ isMineChanged }) => isMineChanged,
+        );
+        if (conflicts.length > 0 && !(await askToOverwrite(conflicts, now))) return;
+        const item = await heldItem(description, id);
+        await write(item, mine);
+        await saveItem(description, item);
+        release(item);
+        announce(`${entered.Name} saved`);
+    }
+
+    async function readItem(id) {
+        const item = await heldItem(description, id);
+        if (!item) return undefined;
+        const values = await read(item, description.properties);
+        release(item);
+        return values;
+    }
+
+    /** The dialog for an item with `values`; gives what was entered, or nothing when cancelled. */
+    async function askFor(action, values = {}, id) {
+        const { one, all, properties } = description;
+        const dialog = await dialogs().NewDialog(`edit${one.toLowerCase()}`);
+        const held = await heldList(description);
+        await write(dialog, { ...values, Action: action, ...(id && { EditId: id }) });
+        await set(dialog[all], held);
+        const isConfirmed = await dialog.Create();
+        const entered = isConfirmed ? await read(dialog, properties) : undefined;
+        release(dialog, held);
+        return entered;
+    }
+
+    function changed(before, entered) {
+        const names = description.properties.filter((name) => entered[name] !== before[name]);
+        return Object.fromEntries(names.map((name) => [name, entered[name]]));
+    }
+
+    async function askToOverwrite(conflicts, now) {
+        const lines = conflicts.map(
+            ({ name, mine, theirs }) => `${name}: “${theirs}” now, “${mine}” yours`,
+        );
+        const answer = await confirmBox({
+            title: "Changed by someone else",
+            text: `“${now.Name}” was changed after you opened it.\n${lines.join("\n")}`,
+            buttons: [
+                ["mine", "Save mine"],
+                ["theirs", "Keep theirs"],
+            ],
+        });
+        return answer === "mine";
+    }
+
+    async function askToAddAgain(entered) {
+        const answer = await confirmBox({
+            title: "No longer there",
+            text: `“${entered.Name}” was deleted by another user meanwhile.`,
+            buttons: [
+                ["add", "Add it again"],
+                ["leave", "Leave it deleted"],
+            ],
+        });
+        if (answer === "add") await addItem(description, entered);
+    }
+
+    return update;
+}
