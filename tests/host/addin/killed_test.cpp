@@ -17,13 +17,18 @@ namespace fs = std::filesystem;
 using qmevents::toBool;
 
 constexpr int kills = 50;
-constexpr int longestWork = 60; // milliseconds
+/// More than an event takes that is made, and one that is deleted.
+constexpr int mostStatements = 150;
 
-/// Makes events with something of everything, and deletes them again, for ever.
-[[noreturn]] void work(Dialect dialect, const fs::path& file, const std::function<void()>& signedIn)
+/// Makes events with something of everything, and deletes them again, for ever; tells of each
+/// statement through `progress`.
+[[noreturn]] void work(Dialect dialect, const fs::path& file, int progress)
 {
-    const WholeHost host(dialect, Database::open(file));
-    signedIn();
+    WholeHost host(dialect, Database::open(file));
+    host.afterStatement = [progress] {
+        const char done = 1;
+        if (::write(progress, &done, 1) != 1) ::_exit(1);
+    };
     for (;;) {
         EventFiller(host).fill();
         if (std::stoi(host.cell("SELECT COUNT(*) FROM events_event_info")) < 3) continue;
@@ -42,21 +47,25 @@ public:
         process_ = ::fork();
         if (process_ == 0) {
             try {
-                work(dialect, file, [&] {
-                    const char signedIn = 1;
-                    if (::write(ends[1], &signedIn, 1) != 1) ::_exit(1);
-                });
+                work(dialect, file, ends[1]);
             } catch (...) { // what was made for the parent shall not be ended here
                 ::_exit(1);
             }
         }
         ::close(ends[1]);
-        char signedIn = 0;
-        if (::read(ends[0], &signedIn, 1) != 1) ADD_FAILURE() << "the process did not sign in";
-        ::close(ends[0]);
+        progress_ = ends[0];
     }
     BusyProcess(const BusyProcess&) = delete;
     BusyProcess& operator=(const BusyProcess&) = delete;
+    ~BusyProcess() { ::close(progress_); }
+
+    /// Waits until so many statements have run.
+    void waitForStatements(int count) const
+    {
+        for (char done = 0; count > 0; --count) {
+            ASSERT_EQ(::read(progress_, &done, 1), 1) << "the process has ended by itself";
+        }
+    }
     /// Kills it; whether it was still working.
     bool kill() const
     {
@@ -68,6 +77,7 @@ public:
 
 private:
     pid_t process_ = 0;
+    int progress_ = -1;
 };
 
 class Killed : public InBothDialects {
@@ -93,12 +103,13 @@ INSTANTIATE_TEST_SUITE_P(Both, Killed, ::testing::Values(Dialect::sqlServer, Dia
 
 TEST_P(Killed, LeavesEachEventWholeOrGoneAndTheDatabaseSound)
 {
-    std::mt19937 random(20261121); // NOLINT: the same delays in every run
+    std::mt19937 random(20261121); // NOLINT: the same moments in every run
     int wholeEvents = 0;
     for (int killed = 0; killed < kills; ++killed) {
         SCOPED_TRACE(killed);
         const BusyProcess process(GetParam(), file);
-        std::this_thread::sleep_for(std::chrono::milliseconds(random() % longestWork));
+        process.waitForStatements(1 + static_cast<int>(random() % mostStatements));
+        std::this_thread::sleep_for(std::chrono::microseconds(random() % 500));
         ASSERT_TRUE(process.kill());
 
         const WholeHost host(GetParam(), Database::open(file));

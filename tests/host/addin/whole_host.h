@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -19,13 +20,15 @@ struct WholeHost {
     explicit WholeHost(Dialect dialect, std::shared_ptr<Database> shared = Database::inMemory(),
                        const std::string& user = "anna", const std::string& path = SOURCE_FOLDER)
         : database(std::move(shared)),
-          session(std::make_unique<Session>(SessionOptions{
-              .database = database,
-              .dialect = dialect,
-              .userName = user,
-              .frontEnd = &frontEnd,
-              .addInPath = path,
-              .onStatement = [this](const Traced& t) { statements.emplace_back(t.text); }}))
+          session(std::make_unique<Session>(SessionOptions{.database = database,
+                                                           .dialect = dialect,
+                                                           .userName = user,
+                                                           .frontEnd = &frontEnd,
+                                                           .addInPath = path,
+                                                           .onStatement = [this](const Traced& t) {
+                                                               statements.emplace_back(t.text);
+                                                               if (afterStatement) afterStatement();
+                                                           }}))
     {
     }
     Ref<Object> document() const { return getObject(session->app(), "Document"); }
@@ -51,6 +54,7 @@ struct WholeHost {
 
     ScriptedFrontEnd frontEnd;
     std::vector<std::string> statements;
+    std::function<void()> afterStatement;
     std::shared_ptr<Database> database;
     std::unique_ptr<Session> session;
 };
