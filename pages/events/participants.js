@@ -134,6 +134,22 @@ export function addParticipants(eventId, donorIds, { status = 0, groups = [] }, 
     return inPieces(eventId, donorIds, each, options);
 }
 
+/** Brings the memberships of the held `participant` to `groups`. */
+export async function putGroups(participant, groups) {
+    const column = "FKInvitationGroupId";
+    const [{ rows }] = await all([ask.list(participant.InvitationGroups, [column])]);
+    const wanted = new Set(groups.map(({ id }) => id));
+    const there = rows.map((row) => row[column]);
+    const gone = there.flatMap((id, at) => (wanted.has(id) ? [] : [at + 1])).reverse();
+    const steps = [
+        ...gone.map((at) => ask.call(participant.InvitationGroups.Remove(at))),
+        ...groups
+            .filter(({ id }) => !there.includes(id))
+            .map(({ id, name }) => ask.call(participant.AddInvitationGroup(id, name))),
+    ];
+    if (steps.length > 0) await all(steps);
+}
+
 /** The donors who are participants now. */
 export async function donorsThere(eventId) {
     const held = await manage().GetEventParticipants(eventId);
