@@ -1,7 +1,5 @@
 // How long things live, and on which thread.
 
-#include <thread>
-
 #include "automation/conversions.h"
 #include "com/apartment.h"
 #include "tests/com/client.h"
@@ -14,15 +12,27 @@ using qmevents::testing::Puppet;
 using qmevents::testing::puppet;
 using qmevents::testing::ScriptedHost;
 
-// Runs `act` on a thread with an apartment of its own.
-void inAnotherApartment(const std::function<void()>& act)
+// A thread as hosts make them. Those of the C++ library free their variables before they destroy
+// them in this environment.
+HANDLE startThread(std::function<void()>& act)
 {
-    std::thread([&] {
+    const auto run = [](void* what) -> DWORD {
         CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-        act();
+        (*static_cast<std::function<void()>*>(what))();
         CoUninitialize();
-    }).join();
+        return 0;
+    };
+    return CreateThread(nullptr, 0, run, &act, 0, nullptr);
 }
+
+void awaitThread(HANDLE thread)
+{
+    WaitForSingleObject(thread, INFINITE);
+    CloseHandle(thread);
+}
+
+// Runs `act` on a thread with an apartment of its own.
+void inAnotherApartment(std::function<void()> act) { awaitThread(startThread(act)); }
 
 TEST(Component, CanBeUnloadedAfterTheLastReleaseThoughAppHoldsOnToIt)
 {
@@ -150,23 +160,19 @@ TEST(Threads, AreServedThroughProxiesWhenTheyAskAsTheyShould)
     const auto links = exported(getObject(createByCom("QMEvents.Events"), "Links"));
     IStream* stream = nullptr;
     ASSERT_EQ(CoMarshalInterThreadInterfaceInStream(IID_IDispatch, links.get(), &stream), S_OK);
-    bool done = false;
     std::int32_t count = -1;
     const DWORD mine = GetCurrentThreadId();
-    std::thread other([&] {
-        CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-        {
-            ComPtr<IDispatch> proxy;
-            CoGetInterfaceAndReleaseStream(stream, IID_IDispatch, proxy.outAny());
-            if (proxy) count = toInt32(get(imported(proxy.get()), "Count"));
-        }
-        CoUninitialize();
-        done = true;
-        PostThreadMessageW(mine, WM_NULL, 0, 0);
-    });
+    std::function<void()> ask = [&] {
+        ComPtr<IDispatch> proxy;
+        CoGetInterfaceAndReleaseStream(stream, IID_IDispatch, proxy.outAny());
+        if (proxy) count = toInt32(get(imported(proxy.get()), "Count"));
+        proxy = {};
+        PostThreadMessageW(mine, WM_QUIT, 0, 0);
+    };
+    const HANDLE other = startThread(ask);
     MSG message;
-    while (!done && GetMessageW(&message, nullptr, 0, 0)) DispatchMessageW(&message);
-    other.join();
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
+    awaitThread(other);
     EXPECT_EQ(count, 0);
 }
 
@@ -175,12 +181,11 @@ TEST(EndOfThread, LeavesWhatIsStillHeldAlone)
 {
     ComPtr<IDispatch> left;
     for (int i = 0; i < 20; ++i) {
-        std::thread([&] {
-            CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+        inAnotherApartment([&] {
             auto* const host = new ScriptedHost;
             call(host->store(), "GetEvents");
             left = exported(host->root("Events"));
-        }).join();
+        });
         EXPECT_EQ(idOf(left, L"Links"), DISPID_UNKNOWN);
     }
     EXPECT_FALSE(canUnload()) << "someone may still hold on to it";
