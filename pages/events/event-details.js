@@ -5,11 +5,12 @@ import { bindKey } from "../lib/keys.js";
 import { noticeLater, reportFailure } from "../lib/notice.js";
 import { startPage } from "../lib/page.js";
 import { commands, manage } from "./addin.js";
+import { chooseShown, readHidden } from "./details_choice.js";
 import { fillModel, readModel } from "./details_model.js";
 import { auditColumns, overviewColumns } from "./details_overview.js";
-import { showTabs, tabsForModel } from "./details_tabs.js";
-import { deletedEvent, showMissing } from "./missing_event.js";
+import { hideable, showTabs, tabsForModel } from "./details_tabs.js";
 import { loadLookups } from "./lookups.js";
+import { deletedEvent, showMissing } from "./missing_event.js";
 
 const eventId = Number(new URLSearchParams(location.search).get("id"));
 const byId = (name) => document.getElementById(name);
@@ -18,17 +19,31 @@ startPage("Events", async ({ session, format, allowed }) => {
     const context = { eventId, session, format, allowed, refresh: () => load() };
     let isDeleting = false;
     let updateTabs;
+    let running = Promise.resolve();
+    let waiting;
 
-    async function load() {
+    /** Reads the page anew. Readings follow each other, as the model that they fill is shared. */
+    function load() {
+        waiting ??= running.then(() => {
+            waiting = undefined;
+            const reading = readPage();
+            running = reading.catch(() => {});
+            return reading;
+        });
+        return waiting;
+    }
+
+    async function readPage() {
         const event = eventId > 0 ? await manage().GetEvent(eventId) : null;
         if (!event) return showMissing(deletedEvent);
-        const [values, lookups] = await Promise.all([
+        const [values, lookups, hidden] = await Promise.all([
             read(event, [...overviewColumns, ...auditColumns]),
             loadLookups(overviewColumns),
+            readHidden(),
         ]);
         Object.assign(context, { event: values, lookups });
         showHead(values);
-        await fillModel(event, tabsForModel(context));
+        await fillModel(event, tabsForModel(context, hidden));
         const model = await readModel();
         context.sections = (key) =>
             model.find((tab) => tab.key === key || tab.key === `events_${key}`)?.sections ?? [];
@@ -61,10 +76,15 @@ startPage("Events", async ({ session, format, allowed }) => {
         ["edit", "events/edit", () => commands().EditEvent(eventId)],
         ["copy", "events/edit", () => commands().CopyEvent(eventId)],
         ["delete", "events/delete", deleteEvent],
+        ["customise", "events/view", customise],
     ];
     for (const [id, right, run] of offers) {
         byId(id).hidden = !allowed(right);
         byId(id).addEventListener("click", () => run().catch(reportFailure));
+    }
+
+    async function customise() {
+        if (await chooseShown(hideable(context), await readHidden())) location.reload();
     }
 
     async function deleteEvent() {

@@ -65,7 +65,7 @@ export function rowOf(participant, donor) {
         participant;
     const groups = InvitationGroupsString ?? "";
     const name = ParticipantName || donor?.Display || "(deleted donor)";
-    const sortName = donor?.LastName ? [donor.LastName, donor.FirstName].join(", ") : name;
+    const sortName = donor?.LastName ? [donor.LastName, donor.FirstName].filter(Boolean).join(", ") : name;
     return {
         id: Id,
         donorId: FKdonorId,

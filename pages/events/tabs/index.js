@@ -11,10 +11,21 @@
 import { tab as activities } from "./activities.js";
 import { tab as expenses } from "./expenses.js";
 import { tab as gifts } from "./gifts.js";
+import { tab as groups } from "./groups.js";
 import { tab as overview } from "./overview.js";
 import { tab as participants } from "./participants.js";
 import { tab as reservations } from "./reservations.js";
 import { tab as sponsorships } from "./sponsorships.js";
 import { tab as tasks } from "./tasks.js";
 
-export const tabs = [overview, activities, participants, reservations, sponsorships, expenses, tasks, gifts];
+export const tabs = [
+    overview,
+    activities,
+    participants,
+    groups,
+    reservations,
+    sponsorships,
+    expenses,
+    tasks,
+    gifts,
+];
