@@ -278,6 +278,7 @@ export const tab = {
                     await context.refresh();
                 },
                 reserve: () => commands().AddEventParticipantReservation(selection.keys[0]),
+                mailing: () => commands().SendEventMailing(eventId),
                 mail: () => mailTo(chosenRows().map(({ donorId }) => donorId)),
                 export: () => exportRows(selection.size > 0 ? shownRows(chosenRows(), {
                     ...state, text: "", filter: "all", group: "",
@@ -422,6 +423,7 @@ function layOut({ mayEdit, mayMail }) {
     const button = (text, className = "") => build("button", { type: "button", text, className });
     const buttons = {
         ...(mayEdit && { addOne: button("Add one donor"), add: button("Add participants", "primary") }),
+        ...(mayMail && { mailing: button("Send mailing") }),
         desk: button("Attendance desk"),
         door: button("Door list"),
         export: button("Export"),
