@@ -10,14 +10,32 @@ import { tabs } from "./tabs/index.js";
 const preference = "details-tab";
 const prefix = "events_";
 
-/** What the model is filled with before it is asked which tabs the user may see. */
-export function tabsForModel(context) {
-    return tabs.map(({ key, title, right = "events/view", sections }) => ({
-        key: prefix + key,
-        title,
-        operation: right,
-        sections: sections?.(context) ?? [],
-    }));
+/**
+ * What the model is filled with before it is asked which tabs the user may see; what the user has
+ * `hidden` (see details_choice.js) is left out.
+ */
+export function tabsForModel(context, hidden) {
+    return tabs
+        .filter(({ key }) => !hidden.has(`tab-${key}`))
+        .map(({ key, title, right = "events/view", sections }) => ({
+            key: prefix + key,
+            title,
+            operation: right,
+            sections: (sections?.(context) ?? []).filter(
+                (section) => !hidden.has(`box-${section.key}`),
+            ),
+        }));
+}
+
+/** What the user can leave out: every tab but the first, and the boxes of that. */
+export function hideable(context) {
+    const [first, ...others] = tabs;
+    return [
+        ...others
+            .filter(({ right }) => !right || context.allowed(right))
+            .map(({ key, title }) => ({ key: `tab-${key}`, title })),
+        ...first.sections(context).map(({ key, title }) => ({ key: `box-${key}`, title })),
+    ];
 }
 
 /**

@@ -1,6 +1,7 @@
 // One event: the details page's model, filled by this page and shown as it then stands.
 
 import { App, read, release } from "../lib/app.js";
+import { coalesced } from "../lib/coalesced.js";
 import { bindKey } from "../lib/keys.js";
 import { noticeLater, reportFailure } from "../lib/notice.js";
 import { startPage } from "../lib/page.js";
@@ -16,22 +17,12 @@ const eventId = Number(new URLSearchParams(location.search).get("id"));
 const byId = (name) => document.getElementById(name);
 
 startPage("Events", async ({ session, format, allowed }) => {
-    const context = { eventId, session, format, allowed, refresh: () => load() };
+    const context = { eventId, session, format, allowed, refresh };
     let isDeleting = false;
     let updateTabs;
-    let running = Promise.resolve();
-    let waiting;
 
-    /** Reads the page anew. Readings follow each other, as the model that they fill is shared. */
-    function load() {
-        waiting ??= running.then(() => {
-            waiting = undefined;
-            const reading = readPage();
-            running = reading.catch(() => {});
-            return reading;
-        });
-        return waiting;
-    }
+    // Readings follow each other, as the model that they fill is shared.
+    const load = coalesced(readPage);
 
     async function readPage() {
         const event = eventId > 0 ? await manage().GetEvent(eventId) : null;
@@ -51,6 +42,10 @@ startPage("Events", async ({ session, format, allowed }) => {
         byId("audit").textContent = await auditText(values);
         if (updateTabs) return updateTabs();
         updateTabs = await showTabs(model, context, { head: byId("tabs"), panels: byId("panels") });
+    }
+
+    function refresh() {
+        return load().catch(reportFailure);
     }
 
     function showHead({ Name, StartDateTime }) {
@@ -100,7 +95,7 @@ startPage("Events", async ({ session, format, allowed }) => {
     }
 
     if (allowed("events/edit")) bindKey("e", "Edit this event", () => byId("edit").click());
-    document.addEventListener("hostrefresh", () => isDeleting || load().catch(reportFailure));
+    document.addEventListener("hostrefresh", () => isDeleting || refresh());
 
     await load();
 });

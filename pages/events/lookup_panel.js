@@ -49,14 +49,16 @@ export function lookupPanel(panel, description, { format, mayEdit }) {
     async function run(change, focus) {
         if (running) return;
         running = true;
+        body.inert = true;
         try {
             await change();
         } catch (error) {
             reportFailure(error);
         } finally {
+            await update().catch(reportFailure);
             running = false;
+            body.inert = false;
         }
-        await update();
         focus();
     }
 

@@ -14,14 +14,15 @@ const byId = (id) => document.getElementById(id);
  * read. Gives a function that reads and shows them anew.
  */
 export function fieldList(activity, { format, mayEdit, onChange }) {
+    const table = byId("fields");
     let fields = [];
     let running = false;
 
     async function update() {
         fields = await readFields(activity);
         const rows = fields.map((field, index) => rowOf(field, index));
-        byId("fields").tBodies[0].replaceChildren(...rows);
-        byId("fields").hidden = rows.length === 0;
+        table.tBodies[0].replaceChildren(...rows);
+        table.hidden = rows.length === 0;
         byId("no-fields").hidden = rows.length > 0;
         onChange(fields);
     }
@@ -30,6 +31,8 @@ export function fieldList(activity, { format, mayEdit, onChange }) {
     async function run(change, focus) {
         if (running) return;
         running = true;
+        // Rows are known by their places, which are about to change.
+        table.inert = true;
         try {
             await change();
             await update();
@@ -37,6 +40,7 @@ export function fieldList(activity, { format, mayEdit, onChange }) {
             reportFailure(error);
         } finally {
             running = false;
+            table.inert = false;
         }
         focus?.();
     }

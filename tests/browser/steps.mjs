@@ -98,3 +98,22 @@ export async function savedFile(page, button) {
     assert.equal(text[0], "\uFEFF");
     return { name: download.suggestedFilename(), lines: text.slice(1).trimEnd().split("\r\n") };
 }
+
+/** Opens a tab of an event's details page. */
+export async function openTab(page, id, title) {
+    await page.goto(`/events/event-details?id=${id}`);
+    await page.getByRole("tab", { name: title }).click();
+    await page.getByRole("tab", { name: title, selected: true }).waitFor();
+}
+
+/** Checks that the rows of the table in sight match `patterns`, once they do or time is up. */
+export async function expectTable(page, patterns) {
+    const read = () => page.locator("tbody:visible tr").allTextContents();
+    const matches = (rows) => rows?.length === patterns.length &&
+        rows.every((row, index) => patterns[index].test(row));
+    for (let attempt = 0; attempt < 100; attempt += 1) {
+        if (matches(await read().catch(() => undefined))) return;
+        await page.waitForTimeout(50);
+    }
+    assert.fail(`${JSON.stringify(await read())} are not the rows ${patterns.join(" ")}`);
+}

@@ -1,5 +1,6 @@
 import assert from "node:assert/strict";
 import { test } from "node:test";
+import { coalesced } from "../../pages/lib/coalesced.js";
 import { cellText, csvText, fileName, parseCsv } from "../../pages/lib/csv.js";
 import { createSelection } from "../../pages/lib/selection.js";
 import { sorted } from "../../pages/lib/sorting.js";
@@ -80,4 +81,26 @@ test("a selection extends from the row used last, and forgets rows that are gone
     selection.clear();
     assert.equal(selection.size, 0);
     assert.equal(heard, 7);
+});
+
+test("work asked for while it is under way is done once more, not each time", async () => {
+    let begun = 0;
+    const ends = [];
+    const ask = coalesced(() => {
+        begun += 1;
+        return new Promise((resolve, reject) => ends.push({ resolve, reject }));
+    });
+    const first = ask();
+    const [second, third] = [ask(), ask()];
+    assert.equal(begun, 1);
+    assert.equal(second, third);
+    ends[0].reject(new Error("lost"));
+    await assert.rejects(first, /lost/);
+    await new Promise(setImmediate);
+    assert.equal(begun, 2);
+    ends[1].resolve("fresh");
+    assert.equal(await second, "fresh");
+    const later = ask();
+    ends[2].resolve("later");
+    assert.equal(await later, "later");
 });

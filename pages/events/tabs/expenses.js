@@ -34,7 +34,7 @@ export const tab = recordTab({
                       {
                           label: "Add expense",
                           isPrimary: true,
-                          run: () => commands().AddEventExpense(eventId).then(refresh),
+                          run: () => commands().AddEventExpense(eventId, false).then(refresh),
                       },
                   ]
                 : [],

@@ -14,7 +14,11 @@ export function recordTab({ key, title, right, describe, load }) {
         right,
         async show(panel, context) {
             const { event, format } = context;
-            const description = describe(context);
+            // A command is over before the page is read again, so that the next one can begin.
+            const refresh = () => {
+                context.refresh();
+            };
+            const description = describe({ ...context, refresh });
             const [, several] = description.name;
             const [[remembered], rows] = await Promise.all([
                 preferences(orderPreference(several)),

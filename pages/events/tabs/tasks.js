@@ -46,7 +46,7 @@ export const tab = recordTab({
                       {
                           label: "Add task",
                           isPrimary: true,
-                          run: () => commands().AddEventTask(eventId).then(refresh),
+                          run: () => commands().AddEventTask(eventId, false).then(refresh),
                       },
                   ]
                 : [],
