@@ -8,6 +8,7 @@ import { DateTime } from "../lib/values.js";
 import { commands } from "../events/addin.js";
 import { findEvents } from "../events/find_events.js";
 import { loadLookups, nameIn } from "../events/lookups.js";
+import { myTasks } from "./my_tasks.js";
 
 const shown = 6;
 const byId = (id) => document.getElementById(id);
@@ -41,8 +42,11 @@ startPage("Home", async ({ session, format, allowed }) => {
         );
         byId("empty").hidden = rows.length > 0;
     }
-    document.addEventListener("hostrefresh", () => load().catch(reportFailure));
-    await load();
+    const mayEdit = allowed("events/edit");
+    const updateTasks = myTasks(byId("tasks"), byId("task"), { session, format, mayEdit });
+    const update = () => Promise.all([load(), updateTasks()]);
+    document.addEventListener("hostrefresh", () => update().catch(reportFailure));
+    await update();
 });
 
 function itemOf({ Id, Name, StartDateTime }, place, today, format) {
