@@ -11,6 +11,7 @@ import { showMissing } from "../events/missing_event.js";
 
 const id = Number(new URLSearchParams(location.search).get("id"));
 const byId = (name) => document.getElementById(name);
+const gone = "This donor no longer exists. It may have been deleted by another user.";
 const page = () => App.Modules.Quillmere.Donors;
 const contact = [
     ["Email", "E-mail"],
@@ -28,7 +29,7 @@ startPage("", async ({ format, allowed }) => {
     async function load() {
         const opened = id > 0 ? await page().OpenDetailsPage(id) : null;
         if (!opened) {
-            showMissing("This donor no longer exists.", "Donor not found");
+            showMissing(gone, { title: "Donor not found" });
             return;
         }
         release(opened);

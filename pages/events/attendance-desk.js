@@ -7,7 +7,7 @@ import { dueWords } from "../lib/money_words.js";
 import { reportFailure } from "../lib/notice.js";
 import { startPage } from "../lib/page.js";
 import { manage } from "./addin.js";
-import { showMissing } from "./missing_event.js";
+import { deletedEvent, showMissing } from "./missing_event.js";
 import { accepted, shownRows, statusText } from "./participant_list.js";
 import { changeParticipants, readParticipants, readStandings } from "./participants.js";
 import { linesText } from "./reservations.js";
@@ -18,7 +18,7 @@ const byId = (id) => document.getElementById(id);
 
 startPage("Events", async ({ format, allowed }) => {
     const event = eventId > 0 ? await manage().GetEvent(eventId) : null;
-    if (!event) return showMissing("This event no longer exists.");
+    if (!event) return showMissing(deletedEvent);
     const { Name } = await read(event, ["Name"]);
     release(event);
     byId("title").textContent = `${Name}: attendance`;

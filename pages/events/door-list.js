@@ -6,7 +6,7 @@ import { dueWords } from "../lib/money_words.js";
 import { startPage } from "../lib/page.js";
 import { printBar } from "../lib/print_page.js";
 import { manage } from "./addin.js";
-import { showMissing } from "./missing_event.js";
+import { deletedEvent, showMissing } from "./missing_event.js";
 import { accepted, shownRows } from "./participant_list.js";
 import { readParticipants, readStandings } from "./participants.js";
 import { linesText } from "./reservations.js";
@@ -16,7 +16,7 @@ const byId = (id) => document.getElementById(id);
 
 startPage("Events", async ({ format }) => {
     const event = eventId > 0 ? await manage().GetEvent(eventId) : null;
-    if (!event) return showMissing("This event no longer exists.");
+    if (!event) return showMissing(deletedEvent);
     const [{ Name, StartDateTime }, rows, standings] = await Promise.all([
         read(event, ["Name", "StartDateTime"]),
         readParticipants(eventId),

@@ -21,6 +21,7 @@ import { showMissing } from "./missing_event.js";
 const query = new URLSearchParams(location.search);
 const id = query.get("action") === "new" ? 0 : Number(query.get("id"));
 const byId = (name) => document.getElementById(name);
+const gone = "This reservation no longer exists. It may have been deleted by another user.";
 
 const groups = [
     {
@@ -50,7 +51,7 @@ const fieldsByMessage = { "The reservation date is required.": "ReservationDate"
 startPage("Events", async ({ session, format, allowed }) => {
     const start = await startValues(session);
     if (!start) {
-        showMissing("This reservation no longer exists.", "Reservation not found");
+        showMissing(gone, { title: "Reservation not found" });
         return;
     }
     const { eventId, eventName } = start;
@@ -255,7 +256,9 @@ startPage("Events", async ({ session, format, allowed }) => {
         release(record);
         unguard();
         noticeLater("Reservation saved.");
-        await commands().ViewEvent(eventId, query.get("tabname") || "events_reservations", 0);
+        // A new one is shown where the list would leave it out for another donor's sake.
+        const tab = query.get("tabname") || "events_reservations";
+        await commands().ViewEvent(eventId, tab, isNew ? donorId : 0);
     }
 
     /** Deleted meanwhile: what was typed can still become a new reservation. */

@@ -108,7 +108,8 @@ export function lineEditor(line, { offer, format, onChange, withNotes = false })
         total.textContent = amount ? format.money(amount) : "";
     }
 
-    activity.addEventListener("change", () => {
+    // Not "change", which comes after the input event on which the choices are shown anew.
+    activity.addEventListener("input", () => {
         shownActivity = Number(activity.value);
         // A price that the user has typed stays; one that came with an activity goes with it.
         if (pricedAs === price.value || !price.value) {

@@ -7,7 +7,7 @@ import { preferences, remember } from "../lib/preferences.js";
 import { printBar } from "../lib/print_page.js";
 import { manage } from "./addin.js";
 import { pagesOf, sheets } from "./badge_sheets.js";
-import { showMissing } from "./missing_event.js";
+import { deletedEvent, showMissing } from "./missing_event.js";
 import { shownRows } from "./participant_list.js";
 import { readParticipants } from "./participants.js";
 
@@ -17,7 +17,7 @@ const preference = "badge-sheet";
 
 startPage("Events", async ({ format }) => {
     const event = eventId > 0 ? await manage().GetEvent(eventId) : null;
-    if (!event) return showMissing("This event no longer exists.");
+    if (!event) return showMissing(deletedEvent);
     const [{ Name, StartDateTime }, rows, [last]] = await Promise.all([
         read(event, ["Name", "StartDateTime"]),
         readParticipants(eventId),

@@ -12,13 +12,14 @@ import { fieldType } from "./reservation_fields.js";
 
 const id = Number(new URLSearchParams(location.search).get("id"));
 const byId = (name) => document.getElementById(name);
+const gone = "This reservation no longer exists. It may have been deleted by another user.";
 const columns = ["FKEventId", "FKdonorId", "ReservationDate", "Description", "AmountPaid",
     "DonationPaymentsAmount"];
 
 startPage("Events", async ({ format }) => {
     const held = id > 0 ? await manage().GetEventReservation(id) : null;
     if (!held) {
-        showMissing("This reservation no longer exists.", "Reservation not found");
+        showMissing(gone, { title: "Reservation not found" });
         return;
     }
     const [values, lines] = await Promise.all([read(held, columns), readLines(held)]);

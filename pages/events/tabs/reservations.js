@@ -179,19 +179,36 @@ function filterBar(state, onChange) {
     money.setAttribute("aria-label", "Show");
     money.className = "inline";
     money.append(...Object.entries(states).map(([key, { label }]) => new Option(label, key)));
-    form.append(search, money);
+    const clear = document.createElement("button");
+    Object.assign(clear, { type: "button", className: "quiet", textContent: "Show all" });
+    const showClear = () => {
+        clear.hidden = !state.text && state.money === "all";
+    };
+    showClear();
+    form.append(search, money, clear);
+    clear.addEventListener("click", () => {
+        Object.assign(state, { text: "", money: "all" });
+        search.value = "";
+        money.value = "all";
+        changed();
+        search.focus();
+    });
+    function changed() {
+        showClear();
+        onChange();
+    }
 
     let pause;
     search.addEventListener("input", () => {
         clearTimeout(pause);
         pause = setTimeout(() => {
             state.text = search.value.trim();
-            onChange();
+            changed();
         }, typingPause);
     });
     money.addEventListener("change", () => {
         state.money = money.value;
-        onChange();
+        changed();
     });
     form.addEventListener("submit", (event) => event.preventDefault());
     return form;
