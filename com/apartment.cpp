@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "com/regional.h"
 #include "core/context.h"
 #include "core/root_objects.h"
 
@@ -13,6 +14,7 @@ public:
     ThreadMembership()
     {
         Context::current();
+        Locale::current() = userLocale();
         apartment = std::make_shared<Apartment>(GetCurrentThreadId());
     }
     ThreadMembership(const ThreadMembership&) = delete;

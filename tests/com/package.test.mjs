@@ -25,6 +25,7 @@ before(async () => {
         ...process.env,
         WINEPREFIX: join(folder, "wine"),
         WINEDEBUG: "-all",
+        LC_ALL: "C.UTF-8",
         WINEDLLOVERRIDES: "mscoree=;mshtml=",
     };
     delete environment.DISPLAY;
