@@ -1,5 +1,7 @@
 // The fields of an activity as its form shows them, and how many of it are left.
 
+import { longestName } from "./event_fields.js";
+
 const countedOnly = 1;
 
 /** Whether units of an activity are counted without being limited. */
@@ -23,7 +25,14 @@ export const activityGroups = [
     {
         title: "Activity",
         fields: [
-            { name: "Name", label: "Activity name", kind: "text", required: true, wide: true },
+            {
+                name: "Name",
+                label: "Activity name",
+                kind: "text",
+                most: longestName,
+                required: true,
+                wide: true,
+            },
             { name: "Description", label: "Description", kind: "multiline", wide: true },
             {
                 name: "Sponsorship",

@@ -1,6 +1,16 @@
 // The fields of an event as forms show them.
 
-const name = { name: "Name", label: "Event name", kind: "text", required: true, wide: true };
+/** The most characters that the host keeps of a name. */
+export const longestName = 255;
+
+const name = {
+    name: "Name",
+    label: "Event name",
+    kind: "text",
+    most: longestName,
+    required: true,
+    wide: true,
+};
 const start = { name: "StartDateTime", label: "Start", kind: "dateTime", required: true };
 const end = { name: "EndDateTime", label: "End", kind: "dateTime" };
 const location = { name: "FKLocationId", label: "Location", kind: "choice" };

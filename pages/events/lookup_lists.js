@@ -1,13 +1,15 @@
 // The lists that events are given from, as the settings page shows and edits them.
 
+import { longestName } from "./event_fields.js";
+
 const common = ["Name", "Description", "Visible"];
 
 /** The further fields of a location: names as its dialog exchanges them. */
 export const locationFields = [
-    { name: "contactname", label: "Contact", kind: "text" },
-    { name: "phone", label: "Telephone", kind: "text" },
-    { name: "fax", label: "Fax", kind: "text" },
-    { name: "email", label: "Email", kind: "text" },
+    { name: "contactname", label: "Contact", kind: "text", most: longestName },
+    { name: "phone", label: "Telephone", kind: "text", most: longestName },
+    { name: "fax", label: "Fax", kind: "text", most: longestName },
+    { name: "email", label: "Email", kind: "text", most: longestName },
     { name: "address", label: "Address", kind: "multiline", rows: 3, wide: true },
     { name: "notes", label: "Notes", kind: "multiline", rows: 3, wide: true },
 ];
@@ -15,7 +17,14 @@ export const locationFields = [
 /** The fields of every item's form, with `more` of one list between. */
 export function listItemFields(more) {
     return [
-        { name: "name", label: "Name", kind: "text", required: true, wide: true },
+        {
+            name: "name",
+            label: "Name",
+            kind: "text",
+            most: longestName,
+            required: true,
+            wide: true,
+        },
         { name: "description", label: "Description", kind: "multiline", rows: 2, wide: true },
         ...more,
         {

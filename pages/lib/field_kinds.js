@@ -25,10 +25,19 @@ export const kinds = {
     ...textKinds,
 };
 
-function text({ required }) {
+/** A line of text of at most `most` characters, where the host has a limit. */
+function text({ required, most = Infinity }) {
     const control = input("text");
     control.required = Boolean(required);
-    return { parts: [{ control }], ...plainText(control) };
+    return {
+        parts: [{ control }],
+        ...plainText(control),
+        parse() {
+            const { length } = control.value;
+            if (length <= most) return { value: control.value };
+            return { problem: `At most ${most} characters fit; these are ${length}.` };
+        },
+    };
 }
 
 function multiline({ rows = 4 }) {

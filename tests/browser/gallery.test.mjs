@@ -2,6 +2,7 @@ import { browserTest } from "./harness.mjs";
 import { dialogPage, makeEvent, signIn } from "./steps.mjs";
 
 const widths = [1280, 390];
+const fullEvent = 5;
 
 /** Each page and dialog: how to reach it, given an event's id, and what shows that it is there. */
 const places = {
@@ -10,6 +11,20 @@ const places = {
     nothing: [at("/events/events-view?q=zzz"), (page) => page.locator("#empty")],
     details: [at("/events/event-details?id="), (page) => page.getByText("Created by")],
     edit: [at("/events/event-fulledit?action=edit&id="), button("Save event")],
+    ...Object.fromEntries(
+        ["activities", "sponsorships", "expenses", "tasks", "gifts"].map((tab) =>
+            [tab, [tabOf(tab), (page) => page.locator("tbody:visible tr").first()]]),
+    ),
+    settings: [at("/events/events-settings"), (page) => page.getByText(/in all/).first()],
+    locations: [
+        at("/events/events-settings?list=locations"), (page) => page.getByText(/in all/).first(),
+    ],
+    copyevent: [opened(/^Copy/), (page) => button("Copy event")(dialogPage(page))],
+    editeventtask: [added("tasks", "Add task"), (page) => dialogPage(page).getByLabel("Task")],
+    editeventexpense: [
+        added("expenses", "Add expense"), (page) => button("Add expense")(dialogPage(page)),
+    ],
+    "activity-new": [added("activities", "Add activity"), button("Save activity")],
     "not-found": [at("/events/no-such-page"), (page) => page.getByText("There is no page")],
     addevent: [opened("Add event"), (page) => dialogPage(page).getByLabel("Event name")],
     findevent: [opened("Find"), (page) => dialogPage(page).locator(".chooser button").first()],
@@ -23,6 +38,19 @@ function at(address) {
 
 function button(name) {
     return (page) => page.getByRole("button", { name });
+}
+
+/** A tab of an event of the demonstration that has something in all of them. */
+function tabOf(tab) {
+    return (page) => page.goto(`/events/event-details?id=${fullEvent}&tab=${tab}`);
+}
+
+/** Presses a tab's button that adds something. */
+function added(tab, name) {
+    return async (page) => {
+        await tabOf(tab)(page);
+        await button(name)(page).click();
+    };
 }
 
 /** Presses the button of the list that opens a dialog. */

@@ -13,7 +13,7 @@ import { DateTime } from "../../lib/values.js";
 import { manage } from "../addin.js";
 import { copyName, countsText, usualShift } from "../copy_plan.js";
 import { copySteps } from "../event_copy.js";
-import { eventGroups, fieldNames } from "../event_fields.js";
+import { eventGroups, fieldNames, longestName } from "../event_fields.js";
 import { fieldOfRefusal } from "../event_rules.js";
 
 const byId = (id) => document.getElementById(id);
@@ -22,7 +22,14 @@ const names = fieldNames(eventGroups);
 const groups = [
     {
         fields: [
-            { name: "Name", label: "Name of the copy", kind: "text", required: true, wide: true },
+            {
+                name: "Name",
+                label: "Name of the copy",
+                kind: "text",
+                most: longestName,
+                required: true,
+                wide: true,
+            },
             { name: "StartDateTime", label: "Start", kind: "dateTime", required: true },
             { name: "EndDateTime", label: "End", kind: "dateTime" },
             { name: "RSVPDateTime", label: "Reply by", kind: "dateTime" },

@@ -1,6 +1,7 @@
 // The form of a task, new or stored.
 
 import { manage } from "../addin.js";
+import { longestName } from "../event_fields.js";
 import { loadAssignees } from "../lookups.js";
 import { fieldOfRefusalOf } from "../record_rules.js";
 import { startRecordDialog } from "./record_dialog.js";
@@ -10,7 +11,14 @@ startRecordDialog({
     groups: [
         {
             fields: [
-                { name: "Name", label: "Task", kind: "text", required: true, wide: true },
+                {
+                    name: "Name",
+                    label: "Task",
+                    kind: "text",
+                    most: longestName,
+                    required: true,
+                    wide: true,
+                },
                 {
                     name: "DueDateTime",
                     label: "Due",

@@ -36,6 +36,7 @@ export function startListItemDialog({ thing, listName, more = [] }) {
         submitOnce(byId("record"), byId("save"), async () => {
             form.clear();
             const entered = form.values();
+            if (!entered) return;
             const name = entered.name.trim();
             if (!name) return form.fail("A name is required.", "name");
             if (others.includes(name.toLowerCase())) {

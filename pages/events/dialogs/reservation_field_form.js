@@ -2,6 +2,7 @@
 
 import { createField } from "../../lib/field.js";
 import { createForm } from "../../lib/form.js";
+import { longestName } from "../event_fields.js";
 import { fieldType, fieldTypes } from "../reservation_fields.js";
 
 const groups = [
@@ -11,6 +12,7 @@ const groups = [
                 name: "Name",
                 label: "Field name",
                 kind: "text",
+                most: longestName,
                 required: true,
                 wide: true,
                 hint: "Stands beside what is entered, as “Meal” or “Seat”.",
