@@ -161,5 +161,6 @@ startPage("Events", async ({ format, allowed }) => {
     document.addEventListener("hostrefresh", () => update().catch(reportFailure));
 
     await update();
+    byId("desk").hidden = false;
     search.focus();
 });

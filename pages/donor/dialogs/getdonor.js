@@ -45,8 +45,8 @@ startDialogPage(async ({ format, heading, description, close }) => {
         await set(App.Shell.Dialog("donorid"), id);
         await close(true);
     };
-    setUpSearch({ format, showAll, choose });
     setUpNew({ format, choose });
+    setUpSearch({ format, showAll, choose });
 });
 
 function setUpSearch({ format, showAll, choose }) {
@@ -97,6 +97,7 @@ function setUpSearch({ format, showAll, choose }) {
         await search();
         byId("results").querySelector("button")?.focus();
     });
+    byId("finding").hidden = false;
     byId("search").focus();
     search();
 }

@@ -42,8 +42,6 @@ startDialogPage(async ({ format, heading, close }) => {
     );
     const unguard = guardUnsaved(() => byId("pasted").value.trim() || !byId("adding").hidden);
     let sorted = [];
-    byId("pasted").focus();
-
     const toAdd = () => sorted.filter(({ outcome }) => outcome === "add");
     const rejected = () => sorted.filter(({ outcome }) => outcomes[outcome].isRejected);
 
@@ -183,6 +181,8 @@ startDialogPage(async ({ format, heading, close }) => {
     byId("status").addEventListener("change", showRoom);
     byId("save-rejected").addEventListener("click", saveRejected);
     byId("done").addEventListener("click", () => close(true));
+    byId("source").hidden = false;
+    byId("pasted").focus();
 });
 
 /** The page's first step: gives { read, heads }; `read()` gives { entries, donors } or { problem }. */

@@ -27,7 +27,6 @@ startDialogPage(async ({ format, heading, description, close }) => {
     const preset = radio(String(wanted ?? ""));
     const first = preset && !preset.disabled ? preset : radio(usual);
     first.checked = true;
-    first.focus();
 
     const showWhich = () => {
         byId("which").hidden = !radio("reservation").checked;
@@ -43,4 +42,6 @@ startDialogPage(async ({ format, heading, description, close }) => {
         await set(App.Shell.Dialog("event-donation-type"), type);
         await close(true);
     });
+    byId("choice").hidden = false;
+    first.focus();
 });
