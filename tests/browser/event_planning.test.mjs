@@ -114,6 +114,22 @@ browserTest("Activities are planned with every kind of reservation field", async
     await page.getByRole("button", { name: "Keep their fields" }).click();
     await expectTable(page, [/^SupperAsks for Seat, Meal, Wheelchair/]);
 
+    // Nor is anything lost when somebody deletes it meanwhile.
+    await page.getByRole("button", { name: "Supper", exact: true }).click();
+    await page.getByLabel("Description").fill("kept words");
+    await page.evaluate(async (event) => {
+        const { manage } = await import("/events/addin.js");
+        const activity = await manage().GetEventActivities(event).Item(1).Id;
+        await manage().DeleteEventActivity(event, activity);
+    }, id);
+    await save.click();
+    await page.getByText("deleted by another user meanwhile").waitFor();
+    await page.getByRole("button", { name: "Save as a new activity" }).click();
+    await expectTable(page, [/^SupperAsks for /]);
+    await page.getByRole("button", { name: "Supper", exact: true }).click();
+    await page.getByRole("heading", { name: "Edit activity" }).waitFor();
+    assert.equal(await page.getByLabel("Description").inputValue(), "kept words");
+
     // An address typed by hand finds the activity that was edited last, or says what is missing.
     await page.getByRole("button", { name: "Sign out" }).click();
     await page.waitForURL("**/host/signin");

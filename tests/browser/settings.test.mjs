@@ -86,6 +86,21 @@ browserTest("A lookup list is kept in order, hidden from and thinned out", async
     await page.getByRole("button", { name: "Delete", exact: true }).click();
     await page.locator("#panels").getByText("Zz mine").waitFor({ state: "detached" });
 
+    // A coordinator is a donor, and is one only once.
+    await page.getByRole("tab", { name: "Coordinators" }).click();
+    for (const outcome of [/in all$/, /is a coordinator already\.$/]) {
+        const known = await names(page);
+        await page.getByRole("button", { name: "Add coordinator" }).click();
+        await dialog.getByRole("searchbox").fill("ada");
+        const found = dialog.locator(".results li button").first();
+        await found.waitFor();
+        const chosen = (await found.innerText()).split("\n")[0];
+        await found.click();
+        await page.locator("#panels tbody:visible th").getByText(chosen).waitFor();
+        await page.getByText(outcome).last().waitFor();
+        assert.ok(known.includes(chosen) === (outcome.source !== "in all$"), chosen);
+    }
+
     await other.goto("/events/events-settings?list=coordinators");
     await other.getByText("but not change them").waitFor();
     assert.equal(await other.getByRole("button", { name: /^Up/ }).count(), 0);
