@@ -95,6 +95,9 @@ startPage("Events", async ({ session, format, allowed }) => {
     }
 
     if (allowed("events/edit")) bindKey("e", "Edit this event", () => byId("edit").click());
+    bindKey("n", "Add to the list shown", () => {
+        document.querySelector("#panels > :not([hidden]) .primary:not([hidden])")?.click();
+    });
     document.addEventListener("hostrefresh", () => isDeleting || refresh());
 
     await load();

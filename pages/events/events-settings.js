@@ -1,5 +1,6 @@
 // The lookup lists: their items, which of them are offered, and in what order.
 
+import { bindKey } from "../lib/keys.js";
 import { reportFailure } from "../lib/notice.js";
 import { startPage } from "../lib/page.js";
 import { tabRow } from "../lib/tabs.js";
@@ -23,6 +24,11 @@ startPage("Settings", async ({ format, allowed }) => {
         history.replaceState(null, "", `?list=${tab.key}`);
         return tab.update();
     });
+    if (mayEdit) {
+        bindKey("n", "Add to the list shown", () =>
+            shown.panel.querySelector("[data-add]").click(),
+        );
+    }
     document.addEventListener("hostrefresh", () => shown?.update().catch(reportFailure));
     await choose(new URLSearchParams(location.search).get("list"));
 });
