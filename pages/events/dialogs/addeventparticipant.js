@@ -12,12 +12,12 @@ import { manage } from "../addin.js";
 import { accepted, overCapacity } from "../participant_list.js";
 import { participantGroups, statusChoices } from "../participant_fields.js";
 import { putGroups, readGroups, readParticipants } from "../participants.js";
+import { givenKey, givenObject } from "./given.js";
 
 const byId = (id) => document.getElementById(id);
-const given = () => App.Shell.Dialog("eventparticipants");
 
 startDialogPage(async ({ format, close }) => {
-    const collection = await given();
+    const collection = await givenObject("eventparticipants", "TotalInvited");
     const count = collection ? await collection.Count : 0;
     if (count === 0) {
         byId("gone").hidden = false;
@@ -26,12 +26,17 @@ startDialogPage(async ({ format, close }) => {
     const participant = await collection.Item(1);
     const names = participantGroups[0].fields.map(({ name }) => name);
     const values = await read(participant, [...names, "FKdonorId", "FKEventId"]);
-    const eventId = (await App.Shell.Dialog("eventid")) || values.FKEventId;
+    const eventId = (await givenKey("eventid")) || values.FKEventId;
+    const stored = eventId ? await manage().GetEvent(eventId) : null;
+    if (!stored) {
+        byId("gone").hidden = false;
+        return;
+    }
     const [donor, there, groups, event] = await Promise.all([
         App.Modules.donor.DonorManage.GetSmallDonor(values.FKdonorId),
         readParticipants(eventId),
         readGroups(),
-        read(manage().GetEvent(eventId), ["Name", "MaxCapacity"]),
+        read(stored, ["Name", "MaxCapacity"]),
     ]);
     byId("who").textContent = donor ? await donor.Display : "The donor no longer exists.";
     if (there.some(({ donorId }) => donorId === values.FKdonorId)) {

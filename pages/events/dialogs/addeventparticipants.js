@@ -14,6 +14,7 @@ import {
 import { findDonors } from "../donors.js";
 import { accepted, overCapacity, resultLine, statuses } from "../participant_list.js";
 import { addParticipants, donorsThere, readGroups, readParticipants } from "../participants.js";
+import { givenKey } from "./given.js";
 
 const mostShown = 200;
 const largestFile = 5000000;
@@ -22,9 +23,14 @@ const mailings = () => App.Modules.donor.MailingManage;
 
 startDialogPage(async ({ format, heading, close }) => {
     if (heading) byId("heading").textContent = heading;
-    const eventId = await App.Shell.Dialog("eventid");
+    const eventId = await givenKey("eventid");
+    const stored = eventId ? await manage().GetEvent(eventId) : null;
+    if (!stored) {
+        byId("gone").hidden = false;
+        return;
+    }
     const [event, groups, participants] = await Promise.all([
-        read(manage().GetEvent(eventId), ["Name", "MaxCapacity"]),
+        read(stored, ["Name", "MaxCapacity"]),
         readGroups(),
         readParticipants(eventId),
     ]);

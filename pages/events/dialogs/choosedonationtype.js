@@ -1,8 +1,9 @@
 // Chooses what a donation is for: an event, one of its reservations, or something else.
 
-import { all, App, ask, set } from "../../lib/app.js";
+import { App, set } from "../../lib/app.js";
 import { startDialogPage } from "../../lib/dialog_page.js";
 import { readReservationsOfDonor, reservationText } from "./donor_reservations.js";
+import { givenKey, givenObject } from "./given.js";
 
 const byId = (id) => document.getElementById(id);
 const usual = "event";
@@ -10,9 +11,12 @@ const usual = "event";
 startDialogPage(async ({ format, heading, description, close }) => {
     if (heading) byId("heading").textContent = heading;
     byId("description").textContent = description ?? "";
-    const names = ["defaultchoice", "donorid", "eventreservationid", "eventreservation"];
-    const values = await all(names.map((name) => ask.call(App.Shell.Dialog(name))));
-    const [wanted, donorId, reservationId, reservation] = values;
+    const [wanted, donorId, reservationId, reservation] = await Promise.all([
+        App.Shell.Dialog("defaultchoice"),
+        givenKey("donorid"),
+        givenKey("eventreservationid"),
+        givenObject("eventreservation", "AmountPaid"),
+    ]);
     const chosen = reservationId || (reservation ? await reservation.Id : 0);
 
     const reservations = donorId ? await readReservationsOfDonor(donorId) : [];

@@ -1,6 +1,5 @@
 // Asks whether several participants may be removed from an event, and removes them.
 
-import { App } from "../../lib/app.js";
 import { build } from "../../lib/build.js";
 import { startDialogPage } from "../../lib/dialog_page.js";
 import { bindKey } from "../../lib/keys.js";
@@ -9,19 +8,20 @@ import { withProgress } from "../bulk_run.js";
 import { donorsOfEvent } from "../donors.js";
 import { resultLine } from "../participant_list.js";
 import { readStandings, removeParticipants } from "../participants.js";
+import { givenKey, givenObject } from "./given.js";
 
 const mostNamed = 12;
 const byId = (id) => document.getElementById(id);
 
 startDialogPage(async ({ format, close, setTitle }) => {
     setTitle("Remove Participants");
-    const given = await App.Shell.Dialog("eventparticipants");
+    const given = await givenObject("eventparticipants", "TotalInvited");
     const chosen = given ? await readByRange(given, ["Id", "FKdonorId", "FKEventId"]) : [];
     if (chosen.length === 0) {
         byId("gone").hidden = false;
         return;
     }
-    const eventId = (await App.Shell.Dialog("eventid")) || chosen[0].FKEventId;
+    const eventId = (await givenKey("eventid")) || chosen[0].FKEventId;
     await show(chosen, eventId, format);
 
     async function submit() {

@@ -6,15 +6,17 @@ import { bindKey } from "../../lib/keys.js";
 import { dueWords } from "../../lib/money_words.js";
 import { manage } from "../addin.js";
 import { readPayments, standingOf } from "../reservations.js";
+import { givenKey } from "./given.js";
 
 const byId = (id) => document.getElementById(id);
 const columns = ["FKEventId", "FKdonorId", "ReservationDate", "AmountPaid",
     "DonationPaymentsAmount", "Activities.TotalExpected"];
 
 startDialogPage(async ({ format, close }) => {
-    const [eventId, reservationId] = await all(
-        ["eventid", "reservationid"].map((name) => ask.call(App.Shell.Dialog(name))),
-    );
+    const [eventId, reservationId] = await Promise.all([
+        givenKey("eventid"),
+        givenKey("reservationid"),
+    ]);
     const reservation = reservationId ? await manage().GetEventReservation(reservationId) : null;
     if (!reservation) {
         byId("gone").hidden = false;

@@ -12,6 +12,7 @@ import { guardUnsaved } from "../../lib/unsaved.js";
 import { manage } from "../addin.js";
 import { participantGroups, statusChoices } from "../participant_fields.js";
 import { putGroups, readGroups } from "../participants.js";
+import { givenObject } from "./given.js";
 
 const byId = (id) => document.getElementById(id);
 const given = () => App.Shell.Dialog("eventparticipant");
@@ -19,7 +20,7 @@ const given = () => App.Shell.Dialog("eventparticipant");
 startDialogPage(async ({ format, heading, close, setTitle }) => {
     setTitle("Edit the Participant");
     if (heading) byId("heading").textContent = heading;
-    if (!(await given())) {
+    if (!(await givenObject("eventparticipant", "Attended"))) {
         byId("gone").hidden = false;
         return;
     }

@@ -1,7 +1,6 @@
 // Changes several participants at once. They come in a collection; each is read again before it is
 // changed, so that nothing else of it is touched.
 
-import { App } from "../../lib/app.js";
 import { startDialogPage } from "../../lib/dialog_page.js";
 import { bindKey } from "../../lib/keys.js";
 import { readByRange } from "../../lib/long_list.js";
@@ -9,14 +8,15 @@ import { withProgress } from "../bulk_run.js";
 import { groupChoices } from "../group_box.js";
 import { resultLine, statuses } from "../participant_list.js";
 import { changeParticipants, readGroups } from "../participants.js";
+import { givenKey, givenObject } from "./given.js";
 
 const byId = (id) => document.getElementById(id);
 
 startDialogPage(async ({ format, heading, close, setTitle }) => {
     setTitle("Change Several Participants");
     if (heading) byId("heading").textContent = heading;
-    const eventId = await App.Shell.Dialog("eventid");
-    const given = await App.Shell.Dialog("eventparticipants");
+    const eventId = await givenKey("eventid");
+    const given = await givenObject("eventparticipants", "TotalInvited");
     const chosen = given ? await readByRange(given, ["Id", "FKEventId"]) : [];
     if (chosen.length === 0) {
         byId("gone").hidden = false;

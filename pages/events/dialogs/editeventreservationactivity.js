@@ -1,22 +1,23 @@
 // One line of a reservation, edited in memory: the line is the command's and comes by reference.
 
-import { all, App, ask } from "../../lib/app.js";
+import { App, list } from "../../lib/app.js";
 import { startDialogPage } from "../../lib/dialog_page.js";
 import { bindKey } from "../../lib/keys.js";
 import { guardUnsaved } from "../../lib/unsaved.js";
 import { readOffer } from "../activity_offer.js";
 import { lineEditor } from "../line_editor.js";
 import { readLine, writeLine } from "../line_records.js";
+import { givenKey, givenObject } from "./given.js";
 
 const byId = (id) => document.getElementById(id);
 
 startDialogPage(async ({ format, heading, close, setTitle }) => {
-    const values = await all(
-        ["action", "eventid", "reservationid", "eventreservationactivity"].map((name) =>
-            ask.call(App.Shell.Dialog(name)),
-        ),
-    );
-    const [action, eventId, reservationId, held] = values;
+    const [action, eventId, reservationId, held] = await Promise.all([
+        App.Shell.Dialog("action"),
+        givenKey("eventid"),
+        givenKey("reservationid"),
+        givenObject("eventreservationactivity", "Quantity"),
+    ]);
     setTitle(action === "edit" ? "Edit the Reservation Activity" : "Add a Reservation Activity");
     if (heading) byId("heading").textContent = heading;
     if (!held) {
@@ -25,7 +26,7 @@ startDialogPage(async ({ format, heading, close, setTitle }) => {
     }
     const [line, offer, others] = await Promise.all([
         readLine(held),
-        readOffer(eventId || 0, reservationId || 0),
+        readOffer(eventId, reservationId),
         linesOfReservation(),
     ]);
     const taken = takenByOthers(others, action === "edit" ? line : undefined);
@@ -64,11 +65,9 @@ startDialogPage(async ({ format, heading, close, setTitle }) => {
 
 /** The lines that the reservation has in memory, the one edited among them. */
 async function linesOfReservation() {
-    if (!(await App.Shell.Dialog("eventreservationactivities"))) return [];
-    const columns = ["Id", "FKActivityId", "Quantity"];
-    const [{ rows }] = await all([
-        ask.list(App.Shell.Dialog("eventreservationactivities"), columns),
-    ]);
+    const given = await givenObject("eventreservationactivities", "TotalExpected");
+    if (!given) return [];
+    const { rows } = await list(given, ["Id", "FKActivityId", "Quantity"]);
     return rows;
 }
 

@@ -1,7 +1,7 @@
 // What was paid for a reservation: gifts of the donation module, and what was paid directly. A gift
 // is added by the donation wizard, which the command starts once this window has closed.
 
-import { all, App, ask, read, set } from "../../lib/app.js";
+import { App, read, set } from "../../lib/app.js";
 import { startDialogPage } from "../../lib/dialog_page.js";
 import { createForm } from "../../lib/form.js";
 import { bindKey } from "../../lib/keys.js";
@@ -11,6 +11,7 @@ import { guardUnsaved } from "../../lib/unsaved.js";
 import { Currency } from "../../lib/values.js";
 import { manage } from "../addin.js";
 import { readPayments, standingOf } from "../reservations.js";
+import { givenObject } from "./given.js";
 
 const byId = (id) => document.getElementById(id);
 const columns = ["Id", "FKEventId", "FKdonorId", "AmountPaid", "DonationPaymentsAmount",
@@ -29,9 +30,10 @@ const groups = [
 ];
 
 startDialogPage(async ({ format, heading, close, setTitle }) => {
-    const [action, reservation] = await all(
-        ["action", "eventreservation"].map((name) => ask.call(App.Shell.Dialog(name))),
-    );
+    const [action, reservation] = await Promise.all([
+        App.Shell.Dialog("action"),
+        givenObject("eventreservation", "AmountPaid"),
+    ]);
     const mayEdit = action === "edit";
     setTitle(mayEdit ? "Reservation Payments" : "View Reservation Payments");
     if (heading) byId("heading").textContent = heading;
@@ -46,6 +48,7 @@ startDialogPage(async ({ format, heading, close, setTitle }) => {
         readPayments(values.Id),
     ]);
     byId("whose").textContent = donor ? await donor.Display : "The donor no longer exists.";
+    byId("standing").hidden = false;
     showPayments(payments, format);
     showStanding(standingOf(values), format);
     byId("only-view").hidden = mayEdit;

@@ -10,6 +10,7 @@ import {
 } from "../mailing_choice.js";
 import { statuses } from "../participant_list.js";
 import { readGroups, readMemberships, readParticipants } from "../participants.js";
+import { givenKey } from "./given.js";
 
 const byId = (id) => document.getElementById(id);
 const kinds = [byStatus, byActivity, bySponsorship, byGroup];
@@ -23,7 +24,7 @@ const nothingChosen = {
 startDialogPage(async ({ format, heading, close, setTitle }) => {
     setTitle("Send an Event Mailing");
     if (heading) byId("heading").textContent = heading;
-    const eventId = await App.Shell.Dialog("eventid");
+    const eventId = await givenKey("eventid");
     const event = eventId ? await manage().GetEvent(eventId) : null;
     if (!event) {
         byId("gone").hidden = false;

@@ -1,12 +1,10 @@
 // Who is invited, who comes and who came: counted, filtered, chosen and changed many at a time.
 
 import { App, set } from "../../lib/app.js";
-import { build, buttonOf } from "../../lib/build.js";
 import { saveCsv } from "../../lib/csv.js";
 import { bindKey } from "../../lib/keys.js";
 import { longList } from "../../lib/long_list.js";
 import { confirmBox } from "../../lib/message_box.js";
-import { dueWords } from "../../lib/money_words.js";
 import { announce, notice, reportFailure } from "../../lib/notice.js";
 import { preferences, remember } from "../../lib/preferences.js";
 import { checkBoxes, createSelection } from "../../lib/selection.js";
@@ -16,12 +14,13 @@ import { withProgress } from "../bulk_run.js";
 import { chooseGroups } from "../group_box.js";
 import { mailTo, selectionOf } from "../participant_actions.js";
 import {
-    accepted, addressNames, countsOf, filters, overCapacity, resultLine, shownRows, stateFrom,
-    statuses, statusText, textOf,
+    accepted, addressNames, countsOf, overCapacity, resultLine, shownRows, stateFrom, statusText,
+    textOf,
 } from "../participant_list.js";
 import {
     addParticipants, changeParticipants, readGroups, readParticipants, readStandings,
 } from "../participants.js";
+import { fillMissing, layOut, rowElement } from "../participants_view.js";
 
 const preference = "participant-list-state";
 const typingPause = 200;
@@ -188,40 +187,18 @@ export const tab = {
         function showMissing() {
             const there = new Set(rows.map(({ donorId }) => donorId));
             const missing = [...standings.values()].filter(({ donorId }) => !there.has(donorId));
-            parts.missing.hidden = missing.length === 0;
-            if (missing.length === 0) return;
-            const add = (ids) => async () => {
-                const over = overCapacity(rows, context.event.MaxCapacity, ids.length);
-                if (!(await askAboutRoom(over, ids.length))) return;
-                const result = await withProgress("Adding participants", (options) =>
-                    addParticipants(eventId, ids, { status: accepted }, options),
-                );
-                if (result) tell(resultLine(result.done, "added", result.skipped, format));
-                await context.refresh();
-            };
-            const all = buttonOf(
-                missing.length === 1 ? "Add as accepted" : `Add all ${missing.length} as accepted`,
-                add(missing.map(({ donorId }) => donorId)),
+            fillMissing(parts.missing, missing, mayEdit && addMissing);
+        }
+
+        async function addMissing(donors) {
+            const ids = donors.map(({ donorId }) => donorId);
+            const over = overCapacity(rows, context.event.MaxCapacity, ids.length);
+            if (!(await askAboutRoom(over, ids.length))) return;
+            const result = await withProgress("Adding participants", (options) =>
+                addParticipants(eventId, ids, { status: accepted }, options),
             );
-            const names = missing.slice(0, 12).map(({ donorId, name }) =>
-                build("li", {}, build("span", { text: name }),
-                    mayEdit && missing.length > 1
-                        ? buttonOf("Add", add([donorId]), {
-                            className: "quiet",
-                            "aria-label": `Add ${name}`,
-                        })
-                        : null),
-            );
-            const more = missing.length - names.length;
-            if (more > 0) names.push(build("li", { className: "faint", text: `and ${more} more` }));
-            const words = missing.length === 1
-                ? "1 donor has a reservation but is not on the list:"
-                : `${format.whole(missing.length)} donors have reservations but are not on the list:`;
-            parts.missing.replaceChildren(
-                build("p", { text: words }),
-                build("ul", { className: "counts" }, ...names),
-                ...(mayEdit ? [all] : []),
-            );
+            if (result) tell(resultLine(result.done, "added", result.skipped, format));
+            await context.refresh();
         }
 
         wire();
@@ -359,128 +336,4 @@ function exportRows(rows, { event, format }) {
 function openBadges(eventId, ids) {
     sessionStorage.setItem(`badges-${eventId}`, JSON.stringify(ids));
     location.assign(`/events/name-badges?id=${eventId}`);
-}
-
-function rowElement(row, { format, mayEdit, actions, standings }) {
-    const stands = standings.get(row.donorId)?.stands;
-    const came = build("input", {
-        type: "checkbox",
-        checked: row.attended,
-        disabled: !mayEdit,
-        "aria-label": `${row.name} attended`,
-    });
-    came.addEventListener("change", () => actions.attended(row, came).catch(reportFailure));
-    const quiet = (label, run) =>
-        buttonOf(label, () => run(row), {
-            className: "quiet",
-            "aria-label": `${label} ${row.name}`,
-        });
-    return build(
-        "tr",
-        { data: { id: row.id } },
-        build("td", { className: "pick-cell" },
-            build("input", {
-                type: "checkbox",
-                className: "pick",
-                "aria-label": `Select ${row.name}`,
-            })),
-        build("th", { scope: "row" },
-            buttonOf(row.name, () => actions.open(row), { className: "row-link" })),
-        build("td", { data: { label: "Status" } },
-            build("span", { className: "pill", text: statusText(row.status) })),
-        build("td", { data: { label: "Groups" }, text: row.groups }),
-        build("td", { data: { label: "Attended" } }, came),
-        build("td", { data: { label: "Reservation" }, text: stands ? dueWords(stands, format) : "" }),
-        ...(mayEdit
-            ? [build("td", { className: "row-actions" },
-                quiet("Edit", actions.edit), quiet("Remove", actions.remove))]
-            : []),
-    );
-}
-
-/** The elements of the tab; nothing in them is filled or listens yet. */
-function layOut({ mayEdit, mayMail }) {
-    const search = build("input", {
-        type: "search",
-        placeholder: "Search by name",
-        autocomplete: "off",
-        "aria-label": "Search participants by name",
-    });
-    const group = build("select", { className: "inline", "aria-label": "Group" });
-    const form = build("form",
-        { className: "filters", role: "search", "aria-label": "Participants" }, search, group);
-
-    const strip = new Map();
-    const labels = Object.entries(filters).map(([key, { label }]) => {
-        const input = build("input", { type: "radio", name: "participant-filter", value: key });
-        const number = build("b", {});
-        strip.set(key, { input, number });
-        return build("label", {}, input, build("span", {}, number, ` ${label}`));
-    });
-    const counts = build("fieldset", { className: "segments strip" },
-        build("legend", { className: "visually-hidden", text: "Show" }), ...labels);
-
-    const button = (text, className = "") => build("button", { type: "button", text, className });
-    const buttons = {
-        ...(mayEdit && { addOne: button("Add one donor"), add: button("Add participants", "primary") }),
-        ...(mayMail && { mailing: button("Send mailing") }),
-        desk: button("Attendance desk"),
-        door: button("Door list"),
-        export: button("Export"),
-    };
-    const onSelection = {
-        ...(mayEdit && {
-            came: button("Attended"),
-            notCame: button("Not attended"),
-            groups: button("Groups"),
-            change: button("Change several"),
-            reserve: button("Add reservation"),
-        }),
-        ...(mayMail && { mail: button("Mailing") }),
-        badges: button("Name badges"),
-        ...(mayEdit && { remove: button("Remove") }),
-    };
-    const status = build("select", { className: "inline", "aria-label": "Set the status" },
-        new Option("Set status…", ""), ...statuses.map((text, value) => new Option(text, value)));
-    const chosen = build("p", { className: "count", role: "status" });
-    const selectAll = button("", "quiet");
-    const clear = button("Clear selection", "quiet");
-    const { reserve = button("") , ...others } = onSelection;
-    const bar = build("div", { className: "selection-bar" },
-        chosen, selectAll, clear,
-        build("div", { className: "actions start" },
-            ...(mayEdit ? [status] : []), ...Object.values(onSelection)));
-
-    const all = build("input", { type: "checkbox", "aria-label": "Select the rows shown" });
-    const head = (text, sort, className) =>
-        build("th", { scope: "col", text, className, data: sort ? { sort } : {} });
-    const body = build("tbody");
-    const table = build("table", { className: "cards", hidden: true },
-        build("caption", { className: "visually-hidden", text: "Participants" }),
-        build("thead", {}, build("tr", {},
-            build("th", { scope: "col", className: "pick-cell" }, all),
-            head("Name", "name"), head("Status", "status"), head("Groups", "groups"),
-            head("Attended", "attended"), head("Reservation", "due"),
-            ...(mayEdit
-                ? [build("th", { scope: "col" },
-                    build("span", { className: "visually-hidden", text: "Actions" }))]
-                : []))),
-        body);
-    const more = build("button", { type: "button", text: "Show more", hidden: true });
-    const empty = build("p", { className: "empty", hidden: true });
-    const capacity = build("p", { className: "capacity", hidden: true });
-    const missing = build("div", { className: "banner plain", hidden: true });
-    const result = build("p", { className: "visually-hidden", role: "status" });
-    return {
-        elements: [
-            build("div", { className: "list-head" }, capacity,
-                build("div", { className: "actions" }, ...Object.values(buttons))),
-            missing, counts, form, bar, result, table, empty,
-            build("p", { className: "more" }, more),
-        ],
-        buttons: { ...buttons, ...onSelection },
-        needSelection: [...Object.values(others), ...(mayEdit ? [status] : [])],
-        search, group, form, strip, bar, chosen, selectAll, clear, status, all, body, table, more,
-        empty, capacity, missing, result, reserve,
-    };
 }
