@@ -56,6 +56,8 @@ startDialogPage(async ({ format, close }) => {
     update();
     form.fields.get("Name").focus();
     form.fields.get("Name").element.querySelector("input").select();
+    // The window grows with its page a moment later; until then the focus would scroll it.
+    scrollTo(0, 0);
     const unguard = guardUnsaved(() => form.isChanged());
 
     // The other dates follow the start until the user has set them.

@@ -43,6 +43,8 @@ export function startRecordDialog({ value, groups, loadChoices, save, fieldOf, w
         editor.show(values);
         byId("record").hidden = false;
         form.fields.get(names[0]).focus();
+        // The window grows with its page a moment later; until then the focus would scroll it.
+        scrollTo(0, 0);
         const unguard = guardUnsaved(form.isChanged);
 
         submitOnce(byId("record"), byId("save"), async () => {
