@@ -110,6 +110,7 @@ startPage("Events", async ({ session, format, allowed }) => {
         event.preventDefault();
         body.querySelector("a.row-link")?.focus();
     });
+    byId("search").disabled = false; // until here, what is typed would have been lost
     byId("filters").addEventListener("change", ({ target }) => {
         if (target.name !== "span") return;
         change({ span: target.value, sort: "start", descending: spans[target.value].descending });

@@ -25,6 +25,7 @@ form.addEventListener("submit", async (event) => {
     }
     button.disabled = false;
 });
+form.querySelector("button").disabled = false; // pressed before, it would start the page over
 
 function showFault(text) {
     byId("fault").textContent = text;

@@ -8,7 +8,7 @@ const closed = (page) => page.locator("dialog.window").waitFor({ state: "detache
 /** Waits until the list reads `names`, in this order. */
 async function listReads(page, names) {
     const read = () => page.locator("tbody:visible .row-link").allTextContents();
-    for (let attempt = 0; attempt < 100; attempt += 1) {
+    for (let attempt = 0; attempt < 200; attempt += 1) {
         if (JSON.stringify(await read()) === JSON.stringify(names)) return;
         await page.waitForTimeout(50);
     }

@@ -9,7 +9,7 @@ const rowOf = (page, name) => page.getByRole("row").filter({ hasText: name });
 
 /** Waits until a control holds `value`. */
 async function holds(control, value) {
-    for (let attempt = 0; attempt < 50; attempt += 1) {
+    for (let attempt = 0; attempt < 200; attempt += 1) {
         if ((await control.inputValue()) === value) return;
         await control.page().waitForTimeout(50);
     }

@@ -84,7 +84,7 @@ export async function expectRows(page, names) {
     const read = () => page.locator("tbody a.row-link").allTextContents();
     // A page that the browser had kept is loaded anew, perhaps just now.
     const readIfThere = () => read().catch(() => undefined);
-    for (let attempt = 0; attempt < 50; attempt += 1) {
+    for (let attempt = 0; attempt < 200; attempt += 1) {
         if (JSON.stringify(await readIfThere()) === JSON.stringify(names)) return;
         await page.waitForTimeout(50);
     }
@@ -111,7 +111,7 @@ export async function expectTable(page, patterns) {
     const read = () => page.locator("tbody:visible tr").allTextContents();
     const matches = (rows) => rows?.length === patterns.length &&
         rows.every((row, index) => patterns[index].test(row));
-    for (let attempt = 0; attempt < 100; attempt += 1) {
+    for (let attempt = 0; attempt < 200; attempt += 1) {
         if (matches(await read().catch(() => undefined))) return;
         await page.waitForTimeout(50);
     }

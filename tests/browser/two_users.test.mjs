@@ -122,7 +122,7 @@ browserTest("A page that vanishes with its dialog lets go of the event", async (
     await page.close();
     const other = await newPage();
     await signIn(other, "ben");
-    for (let attempt = 0; attempt < 20; attempt += 1) {
+    for (let attempt = 0; attempt < 200; attempt += 1) {
         await other.goto(`/events/event-details?id=${id}`);
         await other.getByRole("button", { name: "Edit" }).click();
         const refused = other.getByRole("dialog", { name: "Record In Use" });
