@@ -6,6 +6,7 @@ import { bindKey } from "../lib/keys.js";
 import { dueWords } from "../lib/money_words.js";
 import { reportFailure } from "../lib/notice.js";
 import { startPage } from "../lib/page.js";
+import { guardUnsaved } from "../lib/unsaved.js";
 import { manage } from "./addin.js";
 import { deletedEvent, showMissing } from "./missing_event.js";
 import { accepted, shownRows, statusText } from "./participant_list.js";
@@ -58,6 +59,7 @@ startPage("Events", async ({ format, allowed }) => {
         const expected = rows.filter(({ status }) => status === accepted).length;
         byId("running").textContent =
             `${format.whole(here)} here, ${format.whole(expected)} accepted`;
+        byId("running").ariaBusy = String(waiting > 0);
         byId("undo").disabled = done.length === 0;
     }
 
@@ -88,9 +90,23 @@ startPage("Events", async ({ format, allowed }) => {
             button);
     }
 
-    async function put(row, attended) {
+    // One after the other, so that an undo pressed at once comes behind what it undoes.
+    let waiting = 0;
+    let last = Promise.resolve();
+    guardUnsaved(() => waiting > 0);
+    function put(row, attended) {
         row.attended = attended;
+        waiting += 1;
         show();
+        const mine = last.then(() => store(row, attended)).finally(() => {
+            waiting -= 1;
+            show();
+        });
+        last = mine.catch(() => {});
+        return mine;
+    }
+
+    async function store(row, attended) {
         const result = await changeParticipants(eventId, [row.id], { attended });
         const reasons = [...(result?.skipped.keys() ?? [])];
         if (result?.done === 1 || reasons.some((reason) => /^already|^not here/.test(reason))) {
@@ -105,17 +121,21 @@ startPage("Events", async ({ format, allowed }) => {
         search.value = "";
         search.focus();
         say(`${row.name} is here.`);
-        if (await put(row, true)) done.push(row.id);
+        done.push(row.id);
+        if (!(await put(row, true))) forget(row);
         show();
     }
 
     async function takeBack(row) {
         search.focus();
         say(`${row.name} is no longer marked.`);
+        forget(row);
         await put(row, false);
+    }
+
+    function forget(row) {
         const at = done.lastIndexOf(row.id);
         if (at >= 0) done.splice(at, 1);
-        show();
     }
 
     function say(text) {

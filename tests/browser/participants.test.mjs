@@ -165,6 +165,7 @@ browserTest("People are checked in by keyboard, and printed", async (tools) => {
     await page.keyboard.type("nobody%");
     await page.keyboard.press("Enter");
     await said.getByText("Nobody of this name is on the list.").waitFor();
+    await page.locator("#running[aria-busy=false]").waitFor(); // all is stored
     await page.reload();
     await page.getByText("1 here, 3 accepted").waitFor();
 
