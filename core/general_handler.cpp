@@ -68,18 +68,4 @@ const Members& GeneralHandler::members() const
     return table;
 }
 
-const Members& SettingHandler::members() const
-{
-    static const Members table =
-        answererMembers<SettingHandler>("Answers settings and attribute events.");
-    return table;
-}
-
-const Members& SecurityHandler::members() const
-{
-    static const Members table =
-        answererMembers<SecurityHandler>("Answers the security zones event.");
-    return table;
-}
-
 } // namespace qmevents
