@@ -104,6 +104,7 @@ int serveCommand(std::span<const std::string> args)
     return line.run(args, streams, [&](const std::vector<std::string>& operands) -> int {
         if (!operands.empty()) throw UsageError{"what is " + operands[0] + "?"};
         if (file.empty()) throw UsageError{"--db is missing"};
+        web.addIn = host.addInPath;
         if (web.pages.empty()) web.pages = std::filesystem::path(host.addInPath) / "pages";
         try {
             return serve(host, web, file);

@@ -13,6 +13,7 @@ struct WebServerOptions {
     std::string address = "127.0.0.1"; ///< The network address to answer at.
     int port = 0;                      ///< 0: any free one.
     std::filesystem::path pages;       ///< The folder of the pages.
+    std::filesystem::path addIn;       ///< The folder of cache/ and of the pages' libraries.
     std::chrono::milliseconds idleTimeout = std::chrono::hours(4); ///< Signs idle browsers out.
     std::chrono::milliseconds viewGrace = std::chrono::seconds(8); ///< See ViewHub.
     std::chrono::milliseconds streamLength = std::chrono::seconds(25);

@@ -54,7 +54,8 @@ test("The package is the add-in's whole folder", async () => {
     const expected = [
         "x64/QMEvents.dll", "x86/QMEvents.dll", "QMEvents.tlb", "docs/integrators-guide.md",
         "data/data-schema.xml", "data/data-schema-sql.xml", "data/addin.xml",
-        "pages/events/events-view.html", "samples/host.vbs", "samples/host.cpp",
+        "pages/events/events-view.html", "node_modules/d3/dist/d3.min.js", "samples/host.vbs",
+        "samples/host.cpp",
     ];
     for (const file of expected) await access(join(addIn, file));
     assert.deepEqual((await readdir(join(addIn, "x64"))), ["QMEvents.dll"]);

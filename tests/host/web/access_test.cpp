@@ -104,9 +104,14 @@ TEST_F(Access, NeedsASessionATokenAndOurOwnOrigin)
     EXPECT_EQ(large ? large->status : 0, 413);
 }
 
-TEST_F(Access, GivesFilesBelowThePagesAlone)
+TEST_F(Access, GivesFilesBelowThePagesPicturesAndLibrariesAlone)
 {
     write("secret.html", "secret");
+    write("secret.gif", "secret");
+    write("cache/1033/report.gif", "picture");
+    write("cache/lists/columns.json", "queries");
+    write("cache/lists/columns.html", "queries");
+    write("node_modules/d3/dist/d3.min.js", "library");
     write("pages/.hidden.js", "hidden");
     write("pages/.git/config.js", "hidden");
     write("pages/notes.txt", "of no known type");
@@ -143,6 +148,15 @@ TEST_F(Access, GivesFilesBelowThePagesAlone)
         {"/lib/link", "404"},
         {"/up/secret", "404"},
         {"/api", "404"},
+        {"/cache/1033/report.gif", "200"},
+        {"/cache/1033/gone.gif", "404"},
+        {"/cache/lists/columns.json", "404"},
+        {"/cache/lists/columns", "404"},
+        {"/cache/../secret.gif", "404"},
+        {"/secret.gif", "404"},
+        {"/libraries/d3.js", "200"},
+        {"/libraries/other.js", "404"},
+        {"/node_modules/d3/dist/d3.min.js", "404"},
     };
     for (const auto& [target, status] : cases) EXPECT_EQ(rawStatus(target), status) << target;
     EXPECT_NE(rawStatus("secret"), "200");

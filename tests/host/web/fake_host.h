@@ -315,6 +315,7 @@ protected:
         write("pages/lib/app.js", "export {}");
         WebServerOptions options;
         options.pages = folder / "pages";
+        options.addIn = folder;
         options.viewGrace = std::chrono::milliseconds(700);
         options.streamLength = std::chrono::milliseconds(300);
         server = std::make_unique<WebServer>(backend, options);
