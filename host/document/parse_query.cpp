@@ -1,5 +1,7 @@
 #include "host/document/parser.h"
 
+#include <utility>
+
 #include "host/document/reserved_words.h"
 
 namespace refhost {
@@ -19,7 +21,9 @@ using syntax::TableRefPtr;
 namespace {
 
 constexpr int deepestQuery = 50; // Jet's limit, ample for the other engine
-constexpr int mostTables = 64;   // what the embedded engine can join
+constexpr int mostJoined = 64;   // what the embedded engine can join
+constexpr int mostJoinedInJet = 32;
+constexpr int mostTables = 256; // in all queries of a statement; SQL Server's limit
 
 bool isColumnEquality(const Expr& condition)
 {
@@ -144,10 +148,23 @@ std::string Parser::columnAlias()
 std::vector<TableRefPtr> Parser::fromList()
 {
     std::vector<TableRefPtr> result;
+    const int joinedAround = std::exchange(joined_, 0);
     do {
         result.push_back(joinTree());
     } while (acceptSymbol(","));
+    joined_ = joinedAround;
     return result;
+}
+
+void Parser::countTable(const Token& at)
+{
+    const int most = sqlServer() ? mostJoined : mostJoinedInJet;
+    if (++joined_ > most) {
+        refuse(at, "too many tables in one FROM (at most " + std::to_string(most) + ")");
+    }
+    if (++tables_ > mostTables) {
+        refuse(at, "too many tables (at most " + std::to_string(mostTables) + ")");
+    }
 }
 
 TableRefPtr Parser::joinTree()
@@ -225,7 +242,7 @@ TableRefPtr Parser::derivedTable()
     auto result = std::make_unique<TableRef>();
     result->kind = TableRef::Kind::derived;
     result->at = peek();
-    ++tables_;
+    countTable(result->at);
     result->query = subquery();
     result->alias = tableAlias();
     if (result->alias.empty() && sqlServer()) {
@@ -239,7 +256,7 @@ TableRefPtr Parser::namedTable()
     auto result = std::make_unique<TableRef>();
     result->at = name("a table");
     result->name = nameOf(result->at);
-    if (++tables_ > mostTables) refuse(result->at, "too many tables (at most 64)");
+    countTable(result->at);
     if (peek().isSymbol(".")) refuse(peek(), "a table has no owner or database in its name here");
     result->alias = tableAlias();
     if (peek().isWord("WITH")) refuse(peek(), "table hints are not offered");

@@ -50,6 +50,7 @@ private:
     syntax::TableRefPtr tablePrimary();
     syntax::TableRefPtr derivedTable();
     syntax::TableRefPtr namedTable();
+    void countTable(const Token& at);
     std::string tableAlias();
     syntax::ExprPtr joinCondition();
     std::vector<syntax::OrderItem> orderBy();
@@ -100,7 +101,8 @@ private:
     std::size_t at_ = 0;
     int nesting_ = 0;
     int queryNesting_ = 0;
-    int tables_ = 0;
+    int tables_ = 0; ///< Of the statement.
+    int joined_ = 0; ///< Of the FROM that is read.
     std::vector<std::size_t> fixedTokens_;
 };
 

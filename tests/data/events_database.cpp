@@ -48,7 +48,8 @@ int EventsDatabase::insert(const std::string& table,
 std::string EventsDatabase::day(const std::string& day) const
 {
     if (day.empty()) return "NULL";
-    return sql_.dialect() == Dialect::sqlServer ? "'" + day + "T00:00:00'" : "#" + day + "#";
+    if (sql_.dialect() == Dialect::jet) return "#" + day + "#";
+    return "'" + day.substr(0, 10) + "T" + (day.size() > 10 ? day.substr(11) : "00:00:00") + "'";
 }
 
 std::string EventsDatabase::text(const std::string& value) const
@@ -61,9 +62,11 @@ int EventsDatabase::donor(const std::string& display)
     return insert("donor_donors", {{"display", text(display)}});
 }
 
-int EventsDatabase::event(const std::string& name)
+int EventsDatabase::event(const std::string& name, const std::string& start, int category)
 {
-    return insert("events_event_info", {{"Name", text(name)}});
+    return insert(
+        "events_event_info",
+        {{"Name", text(name)}, {"StartDateTime", day(start)}, {"FKCategoryId", number(category)}});
 }
 
 int EventsDatabase::activity(int event, int price, int available, bool sponsorship)

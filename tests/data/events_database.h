@@ -24,7 +24,7 @@ struct GiftRow {
 };
 
 /// A new database with the host's tables; helpers insert rows in the words of the dialect and give
-/// their keys. Days are "2026-03-01"; an empty one is NULL.
+/// their keys. Days are "2026-03-01" or "2026-03-01 18:30:00"; an empty one is NULL.
 class EventsDatabase {
 public:
     explicit EventsDatabase(Dialect dialect);
@@ -34,7 +34,7 @@ public:
     void install() { run(2, "install"); }
 
     int donor(const std::string& display);
-    int event(const std::string& name);
+    int event(const std::string& name, const std::string& start = "", int category = 0);
     int activity(int event, int price, int available, bool sponsorship = false);
     int reservation(int event, int donor, const std::string& day, int paid);
     int line(int reservation, int activity, int quantity, int price);

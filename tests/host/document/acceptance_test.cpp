@@ -373,6 +373,30 @@ TEST(Acceptance, OfKeysThatAreTooWide)
               std::string::npos);
 }
 
+// A list of many columns is one statement of many small queries.
+TEST(Acceptance, OfTablesCountsThoseOfOneFromAndOfAllQueries)
+{
+    const auto joined = [](int tables) {
+        std::string text = "SELECT TOP 1 t1.Id FROM donors t1";
+        for (int i = 2; i <= tables; ++i) text += ", donors t" + std::to_string(i);
+        return text;
+    };
+    const auto columns = [](int tables) {
+        std::string text = "SELECT Id";
+        for (int i = 1; i < tables; ++i) {
+            text += ", (SELECT MAX(g.Id) FROM gifts g WHERE g.DonorId = donors.Id) AS c";
+            text += std::to_string(i);
+        }
+        return text + " FROM donors";
+    };
+    GiftDatabase data;
+    EXPECT_EQ(refusal(data.jet, joined(32)), "");
+    EXPECT_NE(refusal(data.jet, joined(33)).find("at most 32"), std::string::npos);
+    EXPECT_NE(refusal(data.sqlServer, joined(65)).find("at most 64"), std::string::npos);
+    EXPECT_EQ(refusal(data.jet, columns(250)), "");
+    EXPECT_NE(refusal(data.sqlServer, columns(257)).find("at most 256"), std::string::npos);
+}
+
 TEST(Acceptance, SaysWhereAndWhy)
 {
     GiftDatabase data;
