@@ -49,7 +49,7 @@ const Members& QuillmereModule::members() const
 
 QuillmereModule::QuillmereModule(const SharedContext& context, Ref<Donors> allDonors)
     : smartLists(makeRef<SmartLists>(context)), mailings(makeRef<Mailings>()),
-      reports(makeRef<Reports>(context)), settings(makeRef<Settings>(context)),
+      reports(makeRef<Reports>(context, smartLists)), settings(makeRef<Settings>(context)),
       donors(std::move(allDonors))
 {
 }

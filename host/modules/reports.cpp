@@ -1,5 +1,6 @@
 #include "host/modules/reports.h"
 
+#include <algorithm>
 #include <cctype>
 
 #include "automation/describe.h"
@@ -12,6 +13,7 @@ using qmevents::describe;
 using qmevents::Error;
 using qmevents::ErrorNumber;
 using qmevents::makeRef;
+using qmevents::optional;
 
 namespace {
 
@@ -28,6 +30,24 @@ std::string escapedForUrl(std::string_view text)
         }
     }
     return result;
+}
+
+bool isAbsolute(const std::string& path)
+{
+    return path.starts_with('/') || path.find(':') != std::string::npos;
+}
+
+bool isKey(const std::string& text)
+{
+    return !text.empty() && std::all_of(text.begin(), text.end(), [](unsigned char c) {
+        return std::isalnum(c) != 0 || c == '-' || c == '_';
+    });
+}
+
+bool isNone(const Value& value)
+{
+    return value.isEmpty() || value.isNull() || value.isMissing() || value.isNothing() ||
+           (value.isText() && qmevents::text::trim(value.text()).empty());
 }
 
 } // namespace
@@ -72,7 +92,10 @@ const Members& Reports::members() const
                     "The address that shows a report of a record.")
             .method("Load", &Reports::Load, "Asks the modules for their reports, anew.")
             .method("LoadChooser", &Reports::LoadChooser,
-                    "Asks the modules for the reports that work on a list of records.");
+                    "Asks the modules for the reports that work on a list of records.")
+            .method("Open", &Reports::Open,
+                    {arg("Folder"), arg("Key"), optional("EntityId"), optional("List")},
+                    "Opens a report: of an event, of a list's records, or of all.");
     return table;
 }
 
@@ -80,16 +103,22 @@ Ref<ReportCategory> Reports::GetNewCategory() const { return makeRef<ReportCateg
 
 Ref<Report> Reports::GetNewReport() const { return makeRef<Report>(); }
 
+// Addresses name the folder within the add-in: one from outside could open any file.
+std::string Reports::folderInAddIn(const std::string& folder) const
+{
+    const std::string plain = qmevents::text::replaceAll(folder, "\\", "/");
+    const std::string base = qmevents::text::replaceAll(context_->addInPath, "\\", "/");
+    const bool isInside = plain.starts_with(base);
+    const std::string within = isInside ? plain.substr(base.size()) : plain;
+    if ((!isInside && isAbsolute(plain)) || within.find("..") != std::string::npos)
+        throw Error::with(ErrorNumber::invalidCall, folder + " is no folder of the add-in");
+    return within;
+}
+
 std::string Reports::GetReportTaskString(const std::string& folder, const std::string& key,
                                          const Value& entityId) const
 {
-    // The address names the folder within the add-in: one from outside could open any file.
-    const std::string plain = qmevents::text::replaceAll(folder, "\\", "/");
-    const std::string base = qmevents::text::replaceAll(context_->addInPath, "\\", "/");
-    if (!plain.starts_with(base) || plain.find("..", base.size()) != std::string::npos) {
-        throw Error::with(ErrorNumber::invalidCall, folder + " is no folder of the add-in");
-    }
-    return "obsidian://host/report?folder=" + escapedForUrl(plain.substr(base.size())) +
+    return "obsidian://host/report?folder=" + escapedForUrl(folderInAddIn(folder)) +
            "&key=" + escapedForUrl(key) + "&id=" + escapedForUrl(qmevents::toText(entityId));
 }
 
@@ -106,6 +135,73 @@ Ref<Collection> Reports::LoadChooser() const
     const auto reports = makeRef<Collection>();
     context_->raise("reports-chooser-dialog", Value(reports));
     return reports;
+}
+
+// What the entry asks for and what the layout asks for must both be held, however the report was
+// reached: from the list, by its address or by a script.
+void Reports::checkRight(const std::string& key, const std::string& layoutOperation)
+{
+    std::vector<std::string> operations{"events/view", layoutOperation};
+    const auto addEntries = [&](const Ref<Collection>& reports) {
+        for (std::size_t i = 1; i <= reports->size(); ++i) {
+            const auto report = qmevents::toObject(reports->at(i));
+            if (qmevents::text::sameName(qmevents::toText(get(report, "Key")), key))
+                operations.push_back(qmevents::toText(get(report, "Operation")));
+        }
+    };
+    const auto categories = Load();
+    for (std::size_t i = 1; i <= categories->size(); ++i) {
+        const auto category = qmevents::toObject(categories->at(i));
+        if (const auto* const known = dynamic_cast<ReportCategory*>(category.get()))
+            addEntries(known->Reports);
+    }
+    addEntries(LoadChooser());
+    for (const std::string& operation : operations) {
+        if (!reporting::mayUse(context_, operation)) {
+            throw Error(static_cast<int>(ErrorNumber::permissionDenied), "Reports",
+                        "You do not have the right to view this report.");
+        }
+    }
+}
+
+void Reports::takeList(reporting::Inquiry& inquiry, const Value& list) const
+{
+    if (isNone(list)) return;
+    const bool takesList =
+        std::any_of(inquiry.layout.filters.begin(), inquiry.layout.filters.end(),
+                    [](const auto& plan) { return plan.kind == reporting::FilterKind::list; });
+    if (!takesList) {
+        throw Error::with(ErrorNumber::invalidCall,
+                          "the report " + inquiry.layout.key + " does not work on a list");
+    }
+    if (qmevents::isNumeric(list)) {
+        const Value id = qmevents::toInt32(list);
+        inquiry.source = qmevents::toText(call(smartLists_, "Source", id));
+        const auto found = qmevents::toObject(call(smartLists_, "GetList", id));
+        inquiry.sourceName = found ? qmevents::toText(get(found, "Name")) : std::string();
+    } else {
+        inquiry.source = qmevents::toText(list);
+        inquiry.sourceName = "the records that were chosen";
+    }
+}
+
+Ref<ReportRun> Reports::Open(const std::string& folder, const std::string& key,
+                             const Value& entityId, const Value& list)
+{
+    if (!isKey(key)) throw Error::with(ErrorNumber::invalidCall, key + " is no key of a report");
+    const std::string within = folderInAddIn(folder);
+    auto inquiry = std::make_shared<reporting::Inquiry>();
+    inquiry->context = context_;
+    inquiry->layout = reporting::readLayout(context_->addInPath + within, within, key);
+    checkRight(key, inquiry->layout.operation);
+    inquiry->values = reporting::defaultValues(context_, inquiry->layout);
+    takeList(*inquiry, list);
+    for (std::size_t i = 0; i < inquiry->layout.filters.size(); ++i) {
+        if (inquiry->layout.filters[i].kind != reporting::FilterKind::event) continue;
+        const bool isGiven = !isNone(entityId) && qmevents::toText(entityId) != "0";
+        if (isGiven) inquiry->values[i] = entityId;
+    }
+    return makeRef<ReportRun>(std::move(inquiry));
 }
 
 const Members& SettingCategory::members() const

@@ -4,6 +4,7 @@
 
 #include "automation/collection.h"
 #include "host/app/session_context.h"
+#include "host/reports/report_run.h"
 
 namespace refhost {
 
@@ -37,7 +38,11 @@ public:
     static constexpr std::string_view ClassName = "Reports";
     const Members& members() const override;
 
-    explicit Reports(SharedContext context) : context_(std::move(context)) {}
+    /// `smartLists` gives the records of a list by the list's id.
+    Reports(SharedContext context, Ref<Object> smartLists)
+        : context_(std::move(context)), smartLists_(std::move(smartLists))
+    {
+    }
     Ref<qmevents::Collection> Categories = qmevents::makeRef<qmevents::Collection>();
     Ref<ReportCategory> GetNewCategory() const;
     Ref<Report> GetNewReport() const;
@@ -49,9 +54,20 @@ public:
     Ref<qmevents::Collection> Load();
     /// Asks the modules for the reports that work on a list of records.
     Ref<qmevents::Collection> LoadChooser() const;
+    /// The report whose layout is `key` in `folder`, of the add-in: of the event `entityId`, or of
+    /// the records of a list, given by the list's id or by the text that follows "SELECT Id FROM ".
+    /// Errors: 70 without the report's right or "events/view", 53 without a layout, 5 for one that
+    /// is malformed, naming file and line.
+    Ref<ReportRun> Open(const std::string& folder, const std::string& key, const Value& entityId,
+                        const Value& list);
 
 private:
+    std::string folderInAddIn(const std::string& folder) const;
+    void checkRight(const std::string& key, const std::string& layoutOperation);
+    void takeList(reporting::Inquiry& inquiry, const Value& list) const;
+
     SharedContext context_;
+    Ref<Object> smartLists_;
 };
 
 /// An entry among the settings.

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <set>
+#include <string>
+
+#include "automation/currency.h"
+#include "automation/value.h"
+#include "host/reports/layout.h"
+
+namespace refhost::reporting {
+
+/// The total of one column: money and whole numbers are added exactly.
+class Figure {
+public:
+    void add(const qmevents::Value& cell, CellKind kind);
+    /// Counts `key` once, however often it comes.
+    void addDistinct(const std::string& key) { seen_.insert(key); }
+    void countOne() { whole_ += 1; }
+    void add(const Figure& other); ///< What was added to `other`, too.
+    qmevents::Value value(CellKind kind, Totalled total) const;
+
+private:
+    qmevents::Currency money_;
+    std::int64_t whole_ = 0;
+    double real_ = 0;
+    bool hasReal_ = false;
+    std::set<std::string> seen_;
+};
+
+/// `part` of `whole`, both figures: per cent to one decimal, else what one of `whole` comes to.
+/// Null when `whole` is 0 or either is missing.
+qmevents::Value ratio(const qmevents::Value& part, const qmevents::Value& whole, CellKind kind);
+
+} // namespace refhost::reporting

@@ -1,0 +1,158 @@
+#include "host/reports/records.h"
+
+#include <algorithm>
+#include <cctype>
+
+#include "automation/locale.h"
+
+namespace refhost::reporting {
+
+std::optional<std::size_t> Records::find(std::string_view name) const
+{
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (qmevents::text::sameName(names[i], name)) return i;
+    }
+    return std::nullopt;
+}
+
+std::size_t Records::column(const Layout& layout, std::string_view name, int line) const
+{
+    if (const auto found = find(name)) return *found;
+    failAt(layout, line, "the statement gives no field " + std::string(name));
+}
+
+namespace {
+
+std::string keyOf(const Record& record, const std::vector<std::size_t>& columns)
+{
+    std::string key;
+    for (const std::size_t column : columns) key += wordsOf(record[column]) + '\n';
+    return key;
+}
+
+void addLookup(const Inquiry& inquiry, const LookupPlan& lookup, const Answers& answers,
+               Records& records)
+{
+    const Records found = readRecords(inquiry, lookup.sql, answers);
+    const int line = lookup.sql.line;
+    std::vector<std::size_t> from, to;
+    for (const std::string& name : lookup.by) {
+        from.push_back(found.column(inquiry.layout, name, line));
+        to.push_back(records.column(inquiry.layout, name, line));
+    }
+    const std::size_t textColumn = found.column(inquiry.layout, "Text", line);
+    std::unordered_map<std::string, std::string> texts;
+    for (const Record& row : found.rows) {
+        std::string& text = texts[keyOf(row, from)];
+        if (!text.empty()) text += lookup.separator;
+        text += wordsOf(row[textColumn]);
+    }
+    records.names.push_back(lookup.key);
+    for (Record& row : records.rows) {
+        const auto text = texts.find(keyOf(row, to));
+        row.emplace_back(text == texts.end() ? std::string() : text->second);
+    }
+}
+
+} // namespace
+
+Records readRecords(const Inquiry& inquiry, const SqlText& sql, const Answers& answers)
+{
+    Records records;
+    const auto cursor = query(inquiry, sql, answers);
+    for (std::size_t i = 0; i < cursor->columnCount(); ++i)
+        records.names.push_back(cursor->columnName(i));
+    for (; !cursor->eof(); cursor->next()) {
+        Record& row = records.rows.emplace_back();
+        row.reserve(records.names.size() + 2);
+        for (std::size_t i = 0; i < records.names.size(); ++i) row.push_back(cursor->value(i));
+    }
+    return records;
+}
+
+Records readSectionRows(const Inquiry& inquiry, const SectionPlan& section, const Answers& answers)
+{
+    Records records = readRecords(inquiry, section.sql, answers);
+    for (const LookupPlan& lookup : section.lookups) addLookup(inquiry, lookup, answers, records);
+    return records;
+}
+
+std::string wordsOf(const Value& value)
+{
+    const qmevents::Locale& locale = qmevents::Locale::current();
+    switch (value.kind()) {
+    case qmevents::ValueKind::null:
+        return {};
+    case qmevents::ValueKind::boolean:
+        return value.as<bool>() ? "Yes" : "No";
+    case qmevents::ValueKind::currency:
+        return locale.money(value.as<qmevents::Currency>());
+    case qmevents::ValueKind::date: {
+        // A time says nothing where only the day was entered.
+        const auto date = value.as<qmevents::Date>();
+        return date.hasDate() ? locale.text(date) : std::string();
+    }
+    default:
+        return qmevents::toText(value);
+    }
+}
+
+namespace {
+
+// "1 event" or "12 events" for "count:event:events".
+std::string counted(std::string_view words, std::size_t rows)
+{
+    const auto colon = words.find(':');
+    const auto one = words.substr(0, colon);
+    const auto many = colon == std::string_view::npos ? one : words.substr(colon + 1);
+    return std::to_string(rows) + ' ' + std::string(rows == 1 ? one : many);
+}
+
+// What stands for a code where a column says so.
+std::string spelled(const Layout& layout, std::string_view field, const std::string& stored)
+{
+    for (const ColumnPlan& column : layout.columns) {
+        if (!qmevents::text::sameName(column.field, field)) continue;
+        const auto word = column.words.find(stored);
+        if (word != column.words.end()) return word->second;
+    }
+    return stored;
+}
+
+} // namespace
+
+std::string filled(std::string_view text, const Layout& layout, const Records& records,
+                   const Record& record, std::size_t rows, int line)
+{
+    std::string result;
+    while (!text.empty()) {
+        const auto open = text.find('{');
+        result += text.substr(0, open);
+        if (open == std::string_view::npos) break;
+        const auto close = text.find('}', open);
+        if (close == std::string_view::npos) failAt(layout, line, "a { without its }");
+        std::string_view name = text.substr(open + 1, close - open - 1);
+        text.remove_prefix(close + 1);
+        if (name.starts_with("count:")) {
+            result += counted(name.substr(6), rows);
+            continue;
+        }
+        const auto start = static_cast<std::size_t>(
+            std::find_if(name.begin(), name.end(),
+                         [](unsigned char c) { return std::isalnum(c) != 0; }) -
+            name.begin());
+        const std::string_view before = name.substr(0, start);
+        name.remove_prefix(start);
+        const auto colon = name.find(':');
+        const std::string_view field = name.substr(0, colon);
+        const Value& value = record[records.column(layout, field, line)];
+        const bool dayAlone =
+            colon != std::string_view::npos && value.is(qmevents::ValueKind::date);
+        const std::string words =
+            dayAlone ? wordsOf(value.as<qmevents::Date>().datePart()) : wordsOf(value);
+        if (!words.empty()) result += std::string(before) + spelled(layout, field, words);
+    }
+    return result;
+}
+
+} // namespace refhost::reporting
