@@ -10,6 +10,7 @@ import { chooseShown, readHidden } from "./details_choice.js";
 import { fillModel, readModel } from "./details_model.js";
 import { auditColumns, overviewColumns } from "./details_overview.js";
 import { hideable, showTabs, tabsForModel } from "./details_tabs.js";
+import { reportsMenu } from "./event_reports.js";
 import { loadLookups } from "./lookups.js";
 import { deletedEvent, showMissing } from "./missing_event.js";
 
@@ -77,6 +78,8 @@ startPage("Events", async ({ session, format, allowed }) => {
         byId(id).hidden = !allowed(right);
         byId(id).addEventListener("click", () => run().catch(reportFailure));
     }
+
+    byId("customise").after(reportsMenu(eventId));
 
     async function customise() {
         if (await chooseShown(hideable(context), await readHidden())) location.reload();

@@ -86,6 +86,14 @@ export function localeFormats(locale) {
         return value < 0 ? `-${grouped(String(-value))}` : grouped(String(value));
     }
 
+    /** "1,234.5": with at most `most` decimals, none where there are none. */
+    function number(value, most = 2) {
+        const [size, decimals = ""] = Math.abs(value).toFixed(most).split(".");
+        const fraction = decimals.replace(/0+$/, "");
+        const text = grouped(size) + (fraction && `${locale.decimalMark}${fraction}`);
+        return value < 0 && /[1-9]/.test(text) ? `-${text}` : text;
+    }
+
     function grouped(digits) {
         return digits.replace(/\B(?=(\d{3})+$)/g, locale.groupMark);
     }
@@ -143,6 +151,7 @@ export function localeFormats(locale) {
         dateTime,
         money,
         whole,
+        number,
         parseMoney,
         parseWhole,
         parseDate,

@@ -7,7 +7,7 @@ const pieceSize = 100;
 
 /**
  * All rows of `collection`, an object that the host holds, read in ranges so that no answer grows
- * with the list. `onRange(count, total)` hears of each.
+ * with the list. `onRange(count, total, found)` hears of each.
  */
 export async function readByRange(collection, columns, { size = rangeSize, onRange } = {}) {
     const rows = [];
@@ -15,7 +15,7 @@ export async function readByRange(collection, columns, { size = rangeSize, onRan
         const range = { start: rows.length, count: size };
         const { total, rows: found } = await list(collection, columns, range);
         rows.push(...found);
-        onRange?.(rows.length, total);
+        onRange?.(rows.length, total, found);
         if (found.length === 0 || rows.length >= total) return rows;
     }
 }

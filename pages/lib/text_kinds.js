@@ -4,7 +4,7 @@
 import { calendar, checkBox, input } from "./controls.js";
 import { DateTime } from "./values.js";
 
-export const textKinds = { oneOf, textOrOneOf, isoDate, flag };
+export const textKinds = { oneOf, textOrOneOf, isoDate, flag, pick };
 
 /** One of `choices`, { name, visible }; a hidden one is offered only where it is chosen. */
 function oneOf({ none = "" }, format, choices) {
@@ -61,6 +61,33 @@ function isoDate(field, format) {
             return day === undefined ? { problem: `“${typed}” is not a date.` } : { value: day };
         },
         text: shown,
+    };
+}
+
+/**
+ * One of `choices`, { id, name }, whose ids may be numbers or texts; `none` is offered besides. The
+ * value is the id, blank for none. One that is no longer offered stays until another is chosen.
+ */
+function pick({ none = "" }, format, choices) {
+    const control = document.createElement("select");
+    const isNone = (value) => value === undefined || value === null || value === "" || value === 0;
+    const choiceOf = (value) => choices.find(({ id }) => String(id) === String(value));
+    const nameOf = (value) => choiceOf(value)?.name ?? "(no longer exists)";
+    return {
+        ...asTyped(control),
+        parts: [{ control }],
+        display(value) {
+            const offered = isNone(value) || choiceOf(value) ? [] : [new Option(nameOf(value), value)];
+            const none0 = choiceOf(0) ? [] : [new Option(none, "")];
+            control.replaceChildren(
+                ...none0,
+                ...choices.map(({ id, name }) => new Option(name, id)),
+                ...offered,
+            );
+            control.value = isNone(value) && !choiceOf(value) ? "" : String(value);
+        },
+        parse: () => ({ value: choiceOf(control.value)?.id ?? control.value }),
+        text: (value) => (isNone(value) && !choiceOf(value) ? none : nameOf(value)),
     };
 }
 

@@ -1,0 +1,83 @@
+// The lines of a report as a table: a part for each group, sums in their columns.
+
+import { build } from "../lib/build.js";
+import { beginsGroup, beginsOutermost, captionSpan } from "./report_groups.js";
+import { cellWords, isFigure } from "./report_values.js";
+
+/**
+ * An empty table of a report in `holder`. Gives `add(lines)`, which appends lines as they come in
+ * the order of printing, and `groups()`, how many outermost ones there are. On paper each of these
+ * begins a page where the holder's class is "paged".
+ */
+export function reportTable(holder, columns, { title, format }) {
+    const chars = columns.reduce((sum, { Width }) => sum + widthOf(Width), 0);
+    const table = build("table", { className: "report-table" },
+        build("caption", { className: "visually-hidden", text: title }),
+        build("colgroup", {}, ...columns.map(({ Width }) => colOf(widthOf(Width) / chars))),
+        build("thead", {}, build("tr", {}, ...columns.map(headOf))));
+    table.style.setProperty("--chars", chars);
+    holder.replaceChildren(table);
+    // A table wider than the screen is scrolled, also with keys.
+    Object.assign(holder, { tabIndex: 0, role: "region", ariaLabel: title });
+    let body;
+    let groups = 0;
+
+    function add(lines) {
+        for (const line of lines) {
+            if (!body || beginsGroup(line)) {
+                body = build("tbody", { className: beginsOutermost(line) ? "outermost" : "" });
+                if (beginsOutermost(line)) groups += 1;
+                table.append(body);
+            }
+            body.append(rowOf(line));
+        }
+    }
+
+    function rowOf(line) {
+        const className = `${line.Kind} level-${line.Level}`;
+        if (line.Kind === "head") {
+            const head = { colSpan: columns.length, scope: "rowgroup" };
+            return build("tr", { className },
+                build("th", head, linked(line.Caption, line.Link)));
+        }
+        if (line.Kind === "row") {
+            return build("tr", {}, ...columns.map((column, at) => cellOf(line, column, at)));
+        }
+        const span = captionSpan(line);
+        return build("tr", { className },
+            build("th", { colSpan: span, scope: "row", text: line.Caption }),
+            ...columns.slice(span).map((column, at) => cellOf(line, column, at + span)));
+    }
+
+    function cellOf({ Cells, Kind, Link }, column, at) {
+        const text = cellWords(Cells[at], column.Kind, format);
+        const className = alignOf(column);
+        if (at > 0 || Kind !== "row") return build("td", { className, text });
+        return build("th", { scope: "row", className }, linked(text, Link));
+    }
+
+    return { add, groups: () => groups };
+}
+
+const usualWidth = 10;
+const widthOf = (width) => (width > 0 ? width : usualWidth);
+
+function colOf(share) {
+    const col = build("col");
+    col.style.width = `${(share * 100).toFixed(2)}%`;
+    return col;
+}
+
+function headOf(column) {
+    return build("th", { scope: "col", className: alignOf(column), text: column.Caption });
+}
+
+function alignOf(column) {
+    if (column.Align === "center") return "centred";
+    return isFigure(column) ? "number" : "";
+}
+
+/** `text`, leading to the event `id` where there is one. */
+function linked(text, id) {
+    return id && text ? build("a", { href: `/events/event-details?id=${id}`, text }) : text;
+}
