@@ -19,10 +19,15 @@ export function reportTable(holder, columns, { title, format }) {
     holder.replaceChildren(table);
     // A table wider than the screen is scrolled, also with keys.
     Object.assign(holder, { tabIndex: 0, role: "region", ariaLabel: title });
+    new ResizeObserver(() => {
+        holder.classList.toggle("wide", table.offsetWidth > holder.clientWidth + 1);
+    }).observe(holder);
+    const naming = Math.max(columns.findIndex(({ Kind }) => Kind === "text"), 0);
     let body;
     let groups = 0;
 
     function add(lines) {
+        if (body) freezeColumns(table);
         for (const line of lines) {
             if (!body || beginsGroup(line)) {
                 body = build("tbody", { className: beginsOutermost(line) ? "outermost" : "" });
@@ -52,11 +57,25 @@ export function reportTable(holder, columns, { title, format }) {
     function cellOf({ Cells, Kind, Link }, column, at) {
         const text = cellWords(Cells[at], column.Kind, format);
         const className = alignOf(column);
-        if (at > 0 || Kind !== "row") return build("td", { className, text });
+        if (at !== naming || Kind !== "row") return build("td", { className, text });
         return build("th", { scope: "row", className }, linked(text, Link));
     }
 
     return { add, groups: () => groups };
+}
+
+/**
+ * Keeps the columns as wide as the first lines made them, so that the browser need not measure
+ * thousands of lines anew whenever more come in.
+ */
+function freezeColumns(table) {
+    if (table.classList.contains("frozen")) return;
+    const widths = [...table.tHead.rows[0].cells].map(({ offsetWidth }) => offsetWidth);
+    const all = widths.reduce((sum, width) => sum + width, 0);
+    [...table.querySelectorAll("col")].forEach((col, at) => {
+        col.style.width = `${((widths[at] / all) * 100).toFixed(2)}%`;
+    });
+    table.classList.add("frozen");
 }
 
 const usualWidth = 10;
