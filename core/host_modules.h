@@ -4,7 +4,11 @@
 #include <optional>
 #include <string>
 
+#include "core/host_donor_page.h"
 #include "core/host_part.h"
+#include "core/host_reports.h"
+#include "core/host_settings.h"
+#include "core/host_smart_lists.h"
 
 namespace qmevents {
 
@@ -21,6 +25,8 @@ public:
     std::string path() const { return toText(get("Path")); }
     /// Where the add-in's report layouts lie.
     std::string reportFolder() const { return path() + "Cache\\Reports"; }
+    /// The picture that the add-in's reports share.
+    std::string reportIcon() const { return path() + "Cache/1033/Events/gif/report.gif"; }
     Value configuration(const std::string& key) const
     {
         return qmevents::call(part("Configuration"), "getValue", key);
@@ -83,7 +89,6 @@ public:
     {
         return toObject(qmevents::call(part("DonorManage"), "GetSmallDonor", id));
     }
-    Ref<Object> detailsPage() const { return getObject(part("Donors"), "DetailsPage"); }
     DonorChooser newDonorChooser() const
     {
         return DonorChooser(toObject(qmevents::call(part("Dialogs"), "NewDialog", "getdonor")));
@@ -126,16 +131,11 @@ public:
 class QuillmereModule : public HostPart {
 public:
     using HostPart::HostPart;
-    Ref<Object> smartLists() const { return part("Smartlists"); }
+    SmartLists smartLists() const { return SmartLists(part("Smartlists")); }
     Ref<Object> mailingFieldSchema() const { return getObject(part("Mailings"), "FieldSchema"); }
-    Ref<Object> reports() const { return part("Reports"); }
-    /// The address at which the host shows the report `key` of the folder for one record.
-    std::string reportAddress(const std::string& folder, const std::string& key,
-                              std::int32_t id) const
-    {
-        return toText(qmevents::call(reports(), "GetReportTaskString", folder, key, id));
-    }
-    Ref<Object> donorDetailsPage() const { return getObject(part("Donors"), "DetailsPage"); }
+    Reports reports() const { return Reports(part("Reports")); }
+    Settings settings() const { return Settings(part("Settings")); }
+    DonorPage donorPage() const { return DonorPage(getObject(part("Donors"), "DetailsPage")); }
 };
 
 /// `App.Modules`, the other modules of the host by name.

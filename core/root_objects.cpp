@@ -7,6 +7,7 @@
 #include "core/general_handler.h"
 #include "core/links.h"
 #include "core/security_handler.h"
+#include "core/security_items.h"
 #include "core/setting_handler.h"
 #include "handlers/donor_handler.h"
 #include "handlers/mailing_handler.h"
@@ -144,7 +145,7 @@ private:
     std::array<Ref<EventAnswerer>, eventGroups> answerers_;
 };
 
-/// Item-level security asked by the host. The add-in restricts no item yet.
+/// Item-level security asked by the host.
 class Security : public RootObject {
 public:
     static constexpr std::string_view ClassName = "Security";
@@ -159,12 +160,12 @@ public:
                 .method("IsTaskItemAllowed", &Security::isAllowed, {optional("Item")},
                         "Whether the user may use a task.")
                 .method("IsPageItemAllowed", &Security::isAllowed, {optional("Item")},
-                        "Whether the user may see an item of a page.")
+                        "Whether the user may see a page or an item of one.")
                 .method("IsMenuItemAllowed", &Security::isAllowed, {optional("Item")},
                         "Whether the user may use an item of a menu.");
         return table;
     }
-    bool isAllowed(const Value&) { return true; }
+    bool isAllowed(const Value& item) { return isItemAllowed(item); }
 };
 
 template <typename T>

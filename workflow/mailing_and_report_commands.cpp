@@ -21,7 +21,8 @@ void showReport(const EventReport& report, std::int32_t givenId)
         if (eventId == 0) return;
         const Host app = host();
         const auto folder = app.modules().events().reportFolder();
-        app.shell().navigate(app.modules().quillmere().reportAddress(folder, report.key, eventId));
+        app.shell().navigate(
+            app.modules().quillmere().reports().address(folder, report.key, eventId));
     });
 }
 

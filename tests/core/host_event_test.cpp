@@ -81,7 +81,7 @@ TEST(HostEvents, AreMatchedExactlyAndUnknownOnesIgnored)
     EXPECT_FALSE(eventGroupOf("application-signin "));
     for (const char* key :
          {"APPLICATION-SIGNIN", "nothing-known", "", "application-modules-initialized",
-          "homepage-init", "donor-delete", "widgets-load"}) {
+          "homepage-init", "smartlist-schema"}) {
         call(host.root("Handler"), "EventHandler", hostEvent(key));
     }
     EXPECT_TRUE(host.log.empty());
