@@ -1,5 +1,6 @@
 #include "host/reports/report_run.h"
 
+#include "automation/clock.h"
 #include "automation/describe.h"
 #include "automation/error.h"
 
@@ -113,6 +114,7 @@ const Members& ReportRun::members() const
             .method("Run", &ReportRun::Run,
                     "Reads and computes; False when `Problem` tells why it cannot.")
             .readOnly("Problem", &ReportRun::Problem, "Why it did not run; empty when it did.")
+            .readOnly("Made", &ReportRun::Made, "When it ran last.")
             .readOnly("Columns", &ReportRun::Columns, "The columns.")
             .readOnly("Lines", &ReportRun::Lines, "The lines, in print order.")
             .readOnly("Chart", &ReportRun::Chart, "The picture, or Nothing.")
@@ -158,6 +160,7 @@ bool ReportRun::Run()
         problem_ = answers.at(filter.key).problem;
         if (!problem_.empty()) return false;
     }
+    Made = qmevents::Clock::now();
     reporting::Composition composition = reporting::compose(*inquiry_, answers);
     for (const auto& column : composition.columns) Columns->append(Value(columnFrom(column)));
     for (auto& line : composition.lines) Lines->append(Value(makeRef<ReportLine>(std::move(line))));

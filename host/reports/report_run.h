@@ -75,6 +75,7 @@ public:
     bool Run();
     std::string Problem() const { return problem_; }
 
+    qmevents::Date Made; ///< When it ran last.
     Ref<qmevents::Collection> Filters = qmevents::makeRef<qmevents::Collection>();
     Ref<qmevents::Collection> Columns = qmevents::makeRef<qmevents::Collection>();
     Ref<qmevents::Collection> Lines = qmevents::makeRef<qmevents::Collection>();

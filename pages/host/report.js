@@ -57,9 +57,9 @@ function showRefusal(error) {
 async function showReport(run, { Title, Orientation }, context) {
     const { session, format } = context;
     const orientation = String(Orientation).toLowerCase();
-    const { columns, notes, chart } = await readFrame(run);
-    const made = format.longDate(DateTime.of(session.today));
-    showNotes([...notes, `Made on ${made} by ${session.user.name}`]);
+    const { columns, notes, made, chart } = await readFrame(run);
+    const when = format.dateTime(new DateTime(made.text.replace(/\d\d$/, "00")), format.longDate);
+    showNotes([...notes, `Made on ${when} by ${session.user.name}`]);
     setPaper(orientation, Title);
     document.querySelector("main").classList.add(orientation);
     if (chart) showChart(byId("chart"), chart, { format, orientation });

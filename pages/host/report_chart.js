@@ -3,7 +3,7 @@
 import { build } from "../lib/build.js";
 import { chartData, chartWords, extent, figureWords, labelStep, shortened } from "./chart_data.js";
 
-const letter = 6.6; // about the width of one, in the chart's type
+const letter = 7.4; // about the width of one, in the chart's type
 const bar = 15;
 const gap = 12;
 const lineHeight = 300;
@@ -81,7 +81,8 @@ function drawBars(d3, svg, { categories, series, marks, isMoney }, width, format
     const words = (value) => figureWords(value, isMoney, format);
 
     svg.append("g").attr("class", "axis").attr("transform", `translate(0,${height})`).call(
-        d3.axisBottom(x).ticks(Math.max(2, (width - left) / 120)).tickSize(-height).tickPadding(8)
+        d3.axisBottom(x).ticks(Math.max(1, Math.floor((width - left - valueRoom) / 100)))
+            .tickSize(-height).tickPadding(8)
             .tickFormat(words),
     );
     svg.selectAll("text.name").data(categories).join("text").attr("class", "name")

@@ -52,14 +52,13 @@ export async function runReport(run) {
     return (await run.Problem) || "The report could not be made.";
 }
 
-/** What stands around the lines: { columns, notes, chart }. */
+/** What stands around the lines: { columns, notes, made, chart }. */
 export async function readFrame(run) {
-    const [{ rows: columns }, notes, chart] = await Promise.all([
+    const [{ rows: columns }, { Notes: notes, Made: made, Chart: chart }] = await Promise.all([
         list(run.Columns, columnColumns),
-        run.Notes,
-        run.Chart,
+        read(run, ["Notes", "Made", "Chart"]),
     ]);
-    return { columns, notes, chart: chart && (await readChart(chart)) };
+    return { columns, notes, made, chart: chart && (await readChart(chart)) };
 }
 
 /** All lines; `onRange(count, total, lines)` hears of each range as it comes. */
