@@ -13,12 +13,28 @@ export function offered(categories, addInFolder, allowed) {
         .map(({ reports, ...category }) => ({
             ...category,
             reports: reports
-                .filter(({ Operation }) => !Operation || allowed(Operation.toLowerCase()))
+                .filter(({ Operation }) => mayRun(Operation, allowed))
                 .map((report) => entryOf(report, addInFolder))
                 .filter(({ address, command }) => address || command),
         }))
         .filter(({ reports }) => reports.length > 0);
 }
+
+/**
+ * The reports that work on a saved list of records of `entityType` ("donors", "events"), for a user
+ * whom `allowed` lets do things: { name, address } of each on the list `listId`.
+ */
+export function offeredForList(reports, { listId, entityType, addInFolder, allowed }) {
+    return reports
+        .filter(({ IsEntitySmartList, EntityType, Operation }) =>
+            IsEntitySmartList && EntityType === entityType && mayRun(Operation, allowed))
+        .map(({ Key, Name, Path }) => {
+            const folder = folderWithin(Path, addInFolder);
+            return { name: Name, address: addressOf({ folder, key: Key, listId }) };
+        });
+}
+
+const mayRun = (operation, allowed) => !operation || allowed(operation.toLowerCase());
 
 function entryOf({ Key, Name, Description, Iconimage, Path, Script }, addInFolder) {
     const entry = { name: Name, description: Description, icon: pictureAddress(Iconimage) };

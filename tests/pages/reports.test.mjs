@@ -4,7 +4,7 @@ import { chartData, chartWords, extent, figureWords, labelStep, shortened } from
     "../../pages/host/chart_data.js";
 import { addressOf, askedBy } from "../../pages/host/report_address.js";
 import { captionSpan, tableForFile } from "../../pages/host/report_groups.js";
-import { offered, pictureAddress } from "../../pages/host/report_list.js";
+import { offered, offeredForList, pictureAddress } from "../../pages/host/report_list.js";
 import { cellWords, filterText, filterValue, missingWords } from
     "../../pages/host/report_values.js";
 import { csvText } from "../../pages/lib/csv.js";
@@ -45,6 +45,17 @@ test("the list offers what the user may see, by its address or by its command", 
     assert.equal(pictureAddress("D:\\x\\Cache/1033/Events/gif/report.gif"),
         "/cache/1033/events/gif/report.gif");
     assert.equal(pictureAddress("D:\\x\\report.gif"), "");
+});
+
+test("a saved list is offered the reports on its kind of records", () => {
+    const report = (Key, EntityType, Operation = "", IsEntitySmartList = true) =>
+        ({ Key, Name: Key, Path: "/a/Cache/Reports", Operation, EntityType, IsEntitySmartList });
+    const reports = [report("s", "donors"), report("d", "donors", "donations/view"),
+        report("e", "events"), report("x", "donors", "", false)];
+    const about = { listId: 7, entityType: "donors", addInFolder: "/a/", allowed: () => false };
+    assert.deepEqual(offeredForList(reports, about),
+        [{ name: "s", address: "/host/report?folder=Cache%2FReports&key=s&list=7" }]);
+    assert.equal(offeredForList(reports, { ...about, allowed: () => true }).length, 2);
 });
 
 test("a report's filters stand in its address and come back from it", () => {
