@@ -40,7 +40,7 @@ void clearReferences(const DeletionData& deletion)
     // 0 stands for none, and to others nothing refers.
     if (id < 1 || attribute == std::end(attributes)) return;
     const std::string column = attribute->column;
-    const std::string deleted = literal(id, Kind::key);
+    const std::string deleted = literal(id, Kind::number);
     const Document document = host().document();
     Transaction transaction(document);
     for (const std::string referring : attribute->referringTables) {

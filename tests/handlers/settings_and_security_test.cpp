@@ -34,9 +34,9 @@ TEST_F(Settings, ClearWhatRefersToADeletedAttribute)
 {
     const auto both = [](const std::string& column) {
         return Log{"BeginTrans",
-                   "UPDATE events_event_info SET " + column + " = 0 WHERE " + column + " = <2:3>",
+                   "UPDATE events_event_info SET " + column + " = 0 WHERE " + column + " = <3:3>",
                    "UPDATE events_event_activities SET " + column + " = 0 WHERE " + column +
-                       " = <2:3>",
+                       " = <3:3>",
                    "CommitTrans"};
     };
     for (const std::int32_t type : {1, 2}) {
@@ -47,7 +47,7 @@ TEST_F(Settings, ClearWhatRefersToADeletedAttribute)
               {"donor_list_gifts_sources", both("FKAppealId")},
               {"donor_list_assignedto",
                Log{"BeginTrans",
-                   "UPDATE events_event_tasks SET FKAssignedToId = 0 WHERE FKAssignedToId = <2:3>",
+                   "UPDATE events_event_tasks SET FKAssignedToId = 0 WHERE FKAssignedToId = <3:3>",
                    "CommitTrans"}},
               {"donor_list_countries", Log{}}}) {
             deleteAttribute(table, 3);
