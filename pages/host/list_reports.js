@@ -6,7 +6,7 @@ import { offeredForList } from "./report_list.js";
 
 const columns = ["Key", "Name", "Path", "Operation", "IsEntitySmartList", "EntityType"];
 
-/** A menu of the reports on the saved list `listId` of `entityType`; undefined where there are none. */
+/** A menu of the reports on the saved list `listId` of `entityType`; undefined without any. */
 export async function listReportsMenu(listId, entityType, allowed) {
     const [{ rows }, addInFolder] = await Promise.all([
         list(App.Modules.Quillmere.Reports.LoadChooser(), columns),

@@ -9,7 +9,14 @@ import { addressOf, askedBy } from "./report_address.js";
 import { showChart } from "./report_chart.js";
 import { reportFilters } from "./report_filters.js";
 import { tableForFile } from "./report_groups.js";
-import { openReport, readFilters, readFrame, readHead, readLines, runReport } from "./report_run.js";
+import {
+    openReport,
+    readFilters,
+    readFrame,
+    readHead,
+    readLines,
+    runReport,
+} from "./report_run.js";
 import { reportTable } from "./report_table.js";
 
 const byId = (id) => document.getElementById(id);
@@ -32,10 +39,11 @@ startPage("Reports", async ({ session, format }) => {
     byId("defaults").addEventListener("click", () => {
         location.assign(addressOf({ ...asked, values: undefined }));
     });
+    // Nobody is told what is still to be entered before being asked for it.
+    form.show(filters, ({ Problem, Value }) => Problem && (asked.values || Value));
+    byId("filters").open = true;
     // A report of one record, or one without questions, says at once what it has to say.
     const isAsked = Boolean(asked.values) || asked.id > 0 || filters.length === 0;
-    form.show(filters, { withProblems: isAsked });
-    byId("filters").open = true;
     if (!isAsked || filters.some(({ Problem }) => Problem)) return;
 
     const problem = await runReport(run);

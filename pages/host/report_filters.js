@@ -7,7 +7,7 @@ import { fieldOf, filterText, missingWords } from "./report_values.js";
 /**
  * Sets up `box`, a <details> with a form in it. `onAsk(texts)` hears of what the user asks for, by
  * key as it stands in an address; `onChoice(texts)` of a choice on which others may depend, and
- * gives the filters anew. Gives { show(filters, { withProblems }), texts }.
+ * gives the filters anew. Gives { show }.
  */
 export function reportFilters(box, { format, onAsk, onChoice }) {
     const element = box.querySelector("form");
@@ -15,14 +15,15 @@ export function reportFilters(box, { format, onAsk, onChoice }) {
     let form;
     let filters = [];
 
-    function show(now, { withProblems = false } = {}) {
+    /** Shows `now`, and what is wrong with each of which `isAtFault` says that it is to be told. */
+    function show(now, isAtFault = () => false) {
         filters = now;
         element.replaceChildren(actions);
         const choices = Object.fromEntries(filters.map((one) => [one.Key, one.choices]));
         form = createForm(element, [{ fields: filters.map(fieldOf) }], { format, choices });
         form.show(Object.fromEntries(filters.map(({ Key, Value }) => [Key, Value])));
-        for (const { Key, Caption, Problem } of filters) {
-            if (withProblems && Problem) form.fields.get(Key).fail(plainProblem(Problem, Caption));
+        for (const { Key, Caption, Problem } of filters.filter(isAtFault)) {
+            form.fields.get(Key).fail(plainProblem(Problem, Caption));
         }
         box.hidden = filters.length === 0;
     }

@@ -5,10 +5,11 @@ import { Currency, DateTime } from "../lib/values.js";
 /** A cell as people read it, by the kind of its column where the value alone does not say. */
 export function cellWords(value, kind, format) {
     if (value instanceof Currency) return format.money(value.rounded());
-    if (value instanceof DateTime) return kind === "date" ? format.date(value) : format.dateTime(value);
+    if (value instanceof DateTime && kind === "date") return format.date(value);
+    if (value instanceof DateTime) return format.dateTime(value);
     if (typeof value === "boolean") return value ? "Yes" : "No";
     if (typeof value !== "number") return String(value ?? "");
-    return kind === "percent" ? `${format.number(value, 1)}%` : format.number(value);
+    return kind === "percent" ? `${format.number(value, 1, 1)}%` : format.number(value);
 }
 
 /** Which columns hold figures, which stand to the right and are added up. */
@@ -24,7 +25,7 @@ const isDay = (text) =>
 
 /**
  * By the kind of a filter: the field of a form in which it is asked, how its value is written in an
- * address, and what the host is given for that. What is blank or cannot be read is left to the host.
+ * address, and what the host is given for that; it judges what is blank or cannot be read.
  */
 const kinds = {
     date: {
@@ -67,5 +68,6 @@ const plainText = (value) => String(value ?? "");
 export function missingWords(filter, value) {
     if (!filter.Required) return "";
     if (filterText(filter, value)) return "";
-    return { pick: "Choose one.", date: "Enter a date." }[kindOf(filter).field] ?? "Enter something.";
+    const words = { pick: "Choose one.", date: "Enter a date." };
+    return words[kindOf(filter).field] ?? "Enter something.";
 }

@@ -86,10 +86,10 @@ export function localeFormats(locale) {
         return value < 0 ? `-${grouped(String(-value))}` : grouped(String(value));
     }
 
-    /** "1,234.5": with at most `most` decimals, none where there are none. */
-    function number(value, most = 2) {
+    /** "1,234.5": with at most `most` decimals, and `least` of them even where they are 0. */
+    function number(value, most = 2, least = 0) {
         const [size, decimals = ""] = Math.abs(value).toFixed(most).split(".");
-        const fraction = decimals.replace(/0+$/, "");
+        const fraction = decimals.slice(0, least) + decimals.slice(least).replace(/0+$/, "");
         const text = grouped(size) + (fraction && `${locale.decimalMark}${fraction}`);
         return value < 0 && /[1-9]/.test(text) ? `-${text}` : text;
     }

@@ -62,7 +62,8 @@ test("a report's filters stand in its address and come back from it", () => {
     const values = new Map([["from", "2026-07-01"], ["name", "a&b=c #%+"], ["to", ""]]);
     const address = addressOf({ folder: "Cache/Reports", key: "events-list", id: 12, values });
     const asked = askedBy(new URL(address, "http://x").search);
-    assert.deepEqual(asked, { folder: "Cache/Reports", key: "events-list", id: 12, listId: 0, values });
+    const expected = { folder: "Cache/Reports", key: "events-list", id: 12, listId: 0, values };
+    assert.deepEqual(asked, expected);
     assert.equal(askedBy("?key=a&id=-1&list=x").values, undefined);
     assert.deepEqual([askedBy("?id=1e3").id, askedBy("?list=7").listId], [0, 7]);
 });
@@ -100,7 +101,7 @@ test("cells read as their columns are", () => {
         [-0.001, "number", "0"],
         [2.5, "number", "2,5"],
         [33.333, "percent", "33,3%"],
-        [100, "percent", "100%"],
+        [100, "percent", "100,0%"],
         [0, "number", "0"],
         [true, "yesno", "Yes"],
         [null, "money", ""],
