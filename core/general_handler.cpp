@@ -2,6 +2,7 @@
 
 #include "automation/text.h"
 #include "core/host.h"
+#include "core/reference_repair.h"
 #include "core/schema_installer.h"
 
 namespace qmevents {
@@ -39,13 +40,31 @@ void runMenuCommand(const HostEvent& event)
     call(getObject(workflow, "Events"), "ViewEvent", eventId);
 }
 
+// The page that the user wants to begin with: the events, or the host's own.
+void showSignInPage()
+{
+    const Host app = host();
+    const Value page = app.document().preference("events", "signin-page");
+    if (!page.isText() || !text::sameName(page.text(), "events")) return;
+    if (app.security().isAllowed("events/view")) {
+        app.shell().navigate("obsidian://events/events-view");
+    }
+}
+
+void signIn(const HostEvent&)
+{
+    if (!checkSchema()) return;
+    repairReferences();
+    showSignInPage();
+}
+
 struct Answer {
     std::string_view key;
     void (*run)(const HostEvent&);
 };
 // Keys of the group that are not listed are accepted and ignored.
 constexpr Answer answers[] = {
-    {"application-signin", [](const HostEvent&) { checkSchema(); }},
+    {"application-signin", signIn},
     {"interaction-menu", addToMenu},
     {"interaction-command", runMenuCommand},
 };

@@ -89,7 +89,7 @@ void runScripts(const XmlNode& section, const XmlNode& version)
 
 } // namespace
 
-void checkSchema()
+bool checkSchema()
 {
     const Host app = host();
     const auto required = toInt16(app.modules().events().configuration("schema"));
@@ -97,14 +97,17 @@ void checkSchema()
     if (installed > required) {
         app.shell().errorUser(
             "This Addin cannot work with this database.  Please contact Corvane.");
-    } else if (installed < required) {
-        const std::string file =
-            app.provider().isSqlServer() ? "data\\data-schema-sql.xml" : "data\\data-schema.xml";
-        if (createSchema(app.modules().events().path() + file, std::to_string(installed),
-                         std::to_string(required))) {
-            app.document().setSetting(versionSetting, required);
-        }
+        return false;
     }
+    if (installed == required) return true;
+    const std::string file =
+        app.provider().isSqlServer() ? "data\\data-schema-sql.xml" : "data\\data-schema.xml";
+    if (!createSchema(app.modules().events().path() + file, std::to_string(installed),
+                      std::to_string(required))) {
+        return false;
+    }
+    app.document().setSetting(versionSetting, required);
+    return true;
 }
 
 bool createSchema(const std::string& path, const std::string& installedVersion,

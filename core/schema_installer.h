@@ -6,8 +6,8 @@ namespace qmevents {
 
 /// Brings the database up to the schema version that this build requires, or refuses one that is
 /// newer. Runs at every sign-in. The version that is installed stands in the document setting
-/// "events-addin-init".
-void checkSchema();
+/// "events-addin-init". False when the database cannot be worked with, which has been reported.
+bool checkSchema();
 
 /// Runs the install section (installed version 0) or the upgrade section of `requiredVersion` of
 /// the schema file at `path`: tables, indexes, views, scripts. False when the file cannot be

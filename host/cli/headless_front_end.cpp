@@ -115,6 +115,7 @@ void HeadlessFrontEnd::runDialog(const DialogWindow& window, DialogEngine& engin
         Open*& top_;
     } entered(open_, &open);
     writePage("dialog", open);
+    if (!engine.waitsFor(window.id)) return; // nobody answers what is closed by who opened it
     // Each page that the window comes to show takes an answer of its own.
     while (misfit_.empty() && engine.isOpen(window.id)) {
         const auto answer = answers_.takeDialog();

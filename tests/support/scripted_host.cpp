@@ -181,6 +181,14 @@ void ScriptedHost::answer(const std::string& part, Rows rows)
     answers_.insert(answers_.begin(), {part, std::move(rows)});
 }
 
+void ScriptedHost::closeDialog(bool result)
+{
+    dialogReturnValue_ = Value(result);
+    if (!dialogHandler_.isObject() || dialogHandler_.isNothing()) return;
+    Value closing[] = {Value("events/page"), Value(false)};
+    invokeNamed(dialogHandler_.object(), "OnDialogClose", CallKind::method, closing);
+}
+
 void ScriptedHost::statement(const std::string& text)
 {
     log.push_back(text);
@@ -330,6 +338,10 @@ Ref<Object> ScriptedHost::makeDialogEngine()
             return Value();
         });
     }
+    engine->onPut("WaitForClose", [this](std::span<Value> a) {
+        dialogIsWaitedFor_ = toBool(a[0]);
+        return Value();
+    });
     engine->onPut("NextPage", [this](std::span<Value> a) {
         log.push_back("Dialog.NextPage = " + shown(a[0]));
         return Value();
@@ -359,6 +371,8 @@ Ref<Object> ScriptedHost::makeModules()
     events->on("ShowDialog", [this](std::span<Value> a) {
         log.push_back("ShowDialog " + toText(a[0]) + " " + shown(a[1]) + " " + shown(a[2]) + " " +
                       toText(a[3]) + " " + toText(a[4]));
+        dialogReturnValue_ = {};
+        if (!std::exchange(dialogIsWaitedFor_, true)) return Value();
         dialogReturnValue_ = dialogPage ? dialogPage() : Value(false);
         Value closing[] = {Value("events/page"), Value(false)};
         invokeNamed(dialogHandler_.object(), "OnDialogClose", CallKind::method, closing);
@@ -482,6 +496,7 @@ Ref<Object> ScriptedHost::makeUtils()
     auto utils = puppet("Utils");
     utils->on("DoEvents", [this](std::span<Value>) {
         log.emplace_back("DoEvents");
+        if (onDoEvents) onDoEvents();
         return Value();
     });
     utils->on("GetGuid", [](std::span<Value>) { return Value("{1}"); });

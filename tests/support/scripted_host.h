@@ -49,8 +49,12 @@ public:
     std::map<std::string, std::set<std::int32_t>> codes; ///< Ids by code list.
     std::map<std::int32_t, std::string> donors;          ///< Display names by id.
     std::map<std::string, Value> dialogValues;
-    /// What the page in a dialog does before it closes; the return value.
+    /// What the page in a dialog does before it closes; the return value. A dialog that nobody
+    /// waits for stays open until somebody closes it.
     std::function<Value()> dialogPage;
+    std::function<void()> onDoEvents; ///< What happens while the host handles its input.
+    /// The user closes the dialog that was left open.
+    void closeDialog(bool result);
     bool saysYes = false;                    ///< The answer to every question.
     std::optional<std::int32_t> chosenDonor; ///< What the donor chooser gives; cancelled without.
     std::int32_t requiredSchema = 2;
@@ -86,6 +90,7 @@ private:
     std::vector<std::pair<std::string, Rows>> answers_;
     Value dialogHandler_;
     Value dialogReturnValue_;
+    bool dialogIsWaitedFor_ = true;
 };
 
 using Log = std::vector<std::string>;

@@ -53,6 +53,8 @@ protected:
         WholeHost host(GetParam(), database_, "anna", folder_.path());
         setting_ = host.setting();
         statements_ = host.statements;
+        // What each sign-in looks for afterwards is another story.
+        std::erase_if(statements_, [](const auto& sql) { return sql.starts_with("SELECT 0 AS"); });
         return host.frontEnd.seen;
     }
     std::shared_ptr<Database> database_ = Database::inMemory();
@@ -74,7 +76,8 @@ TEST_P(SchemaInstaller, InstallsOnceAndThenLeavesTheDatabaseAlone)
         EXPECT_EQ(first.cell("SELECT COUNT(*) FROM vw_events_events"), "0");
     }
     const WholeHost second(GetParam(), database_);
-    EXPECT_TRUE(second.statements.empty());
+    ASSERT_EQ(second.statements.size(), 1U) << "the look for broken references";
+    EXPECT_TRUE(second.statements[0].starts_with("SELECT "));
 }
 
 TEST_P(SchemaInstaller, UpgradesAnOlderDatabaseWithItsRows)
@@ -162,7 +165,7 @@ TEST_P(SchemaInstaller, SkipsAFailingScriptletAndRunsTheOthers)
         "</install><scripts><scriptlet name=\"bad\">x = 1\ny = x / 0\n</scriptlet>"
         "<scriptlet name=\"good\">App.Document.Execute \"INSERT INTO events_marks (Id) VALUES (7)\""
         "</scriptlet></scripts></schema></schemas>");
-    ASSERT_EQ(seen.size(), 2U);
+    ASSERT_EQ(seen.size(), 3U) << "the third: this database has no events to repair";
     EXPECT_NE(seen[0].find("Division by zero"), std::string::npos) << seen[0];
     EXPECT_NE(seen[0].find("Line: 2"), std::string::npos) << seen[0];
     EXPECT_NE(seen[1].find("missing"), std::string::npos) << seen[1];
