@@ -4,6 +4,7 @@
 #include "core/host.h"
 #include "core/reference_repair.h"
 #include "core/schema_installer.h"
+#include "core/widgets.h"
 
 namespace qmevents {
 namespace {
@@ -67,6 +68,10 @@ constexpr Answer answers[] = {
     {"application-signin", signIn},
     {"interaction-menu", addToMenu},
     {"interaction-command", runMenuCommand},
+    {"widgets-load", showWidgets},
+    {"widgets-content", showWidgets},
+    {"widgets-options", offerWidgetOptions},
+    {"widgets-options-action", keepWidgetOptions},
 };
 
 } // namespace
@@ -82,8 +87,8 @@ void GeneralHandler::EventHandler(const Ref<Object>& hostEvent)
 
 const Members& GeneralHandler::members() const
 {
-    static const Members table =
-        answererMembers<GeneralHandler>("Answers sign-in, sign-out and interaction events.");
+    static const Members table = answererMembers<GeneralHandler>(
+        "Answers sign-in, sign-out, interaction and widget events.");
     return table;
 }
 

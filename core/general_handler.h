@@ -4,7 +4,7 @@
 
 namespace qmevents {
 
-/// Answers sign-in, sign-out and the context menu of an interaction.
+/// Answers sign-in, the context menu of an interaction, and the widgets of the home page.
 class GeneralHandler : public EventAnswerer {
 public:
     static constexpr std::string_view ClassName = "GeneralHandler";

@@ -9,6 +9,7 @@
 #include "core/host_reports.h"
 #include "core/host_settings.h"
 #include "core/host_smart_lists.h"
+#include "core/host_widget.h"
 
 namespace qmevents {
 
@@ -147,10 +148,10 @@ public:
     DonationModule donation() const { return DonationModule(part("Donation")); }
     ActionsModule actions() const { return ActionsModule(part("Actions")); }
     QuillmereModule quillmere() const { return QuillmereModule(part("Quillmere")); }
-    /// The home-page widget that is being drawn.
-    Ref<Object> currentWidget() const
+    /// What the host event that runs is about, when the home page raised it.
+    WidgetEvent widgetEvent() const
     {
-        return getObject(getObject(getObject(part("Loader"), "CurrentEvent"), "Data"), "widget");
+        return WidgetEvent(getObject(getObject(part("Loader"), "CurrentEvent"), "Data"));
     }
 };
 

@@ -1,0 +1,62 @@
+#include "core/widget_markup.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "automation/text.h"
+
+namespace qmevents::markup {
+namespace {
+
+std::string element(const char* name, const std::string& content)
+{
+    return "<" + std::string(name) + ">" + content + "</" + name + ">";
+}
+
+// Whole hundredths are enough for a bar, and say the same in every locale.
+std::string number(double value)
+{
+    const auto hundredths = static_cast<std::int64_t>(std::llround(value * 100));
+    std::string text = std::to_string(hundredths / 100);
+    if (const auto rest = hundredths % 100; rest != 0) {
+        text += "." + std::to_string(100 + rest).substr(1);
+    }
+    return text;
+}
+
+} // namespace
+
+std::string words(const std::string& text) { return text::escapeMarkup(text); }
+std::string strong(const std::string& markup) { return element("strong", markup); }
+std::string small(const std::string& markup) { return element("small", markup); }
+
+std::string eventLink(std::int32_t eventId, const std::string& tab, const std::string& name)
+{
+    return "<a href=\"javascript:App.Modules.Events.Objects('Workflow').Events.ViewEvent(" +
+           std::to_string(eventId) + ",'" + tab + "');\">" + words(name) + "</a>";
+}
+
+std::string percent(double part, double whole)
+{
+    return std::to_string(static_cast<std::int64_t>(std::floor(part * 100 / whole))) + "%";
+}
+
+std::string meter(double part, double whole)
+{
+    return "<meter min=\"0\" max=\"" + number(whole) + "\" value=\"" +
+           number(std::clamp(part, 0.0, whole)) + "\">" + percent(part, whole) + "</meter>";
+}
+
+void Table::row(const std::vector<std::string>& cells)
+{
+    std::string row;
+    for (const auto& cell : cells) row += element("td", cell);
+    rows_ += element("tr", row);
+}
+
+std::string Table::text(const std::string& empty) const
+{
+    return element("table", rows_.empty() ? element("tr", element("td", empty)) : rows_);
+}
+
+} // namespace qmevents::markup
