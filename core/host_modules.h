@@ -133,7 +133,13 @@ class QuillmereModule : public HostPart {
 public:
     using HostPart::HostPart;
     SmartLists smartLists() const { return SmartLists(part("Smartlists")); }
-    Ref<Object> mailingFieldSchema() const { return getObject(part("Mailings"), "FieldSchema"); }
+    /// Adds a module's file of fields to those that mailings can merge.
+    void appendMailingFields(const std::string& moduleName, const std::string& moduleKey,
+                             const std::string& path) const
+    {
+        qmevents::call(getObject(part("Mailings"), "FieldSchema"), "AppendSchema", moduleName,
+                       moduleKey, path);
+    }
     Reports reports() const { return Reports(part("Reports")); }
     Settings settings() const { return Settings(part("Settings")); }
     DonorPage donorPage() const { return DonorPage(getObject(part("Donors"), "DetailsPage")); }

@@ -98,9 +98,9 @@ void cEventParticipant::setId(std::int32_t id)
     markDirty();
 }
 
-std::string cEventParticipant::StatusText() const
+std::string statusText(std::int16_t status)
 {
-    switch (Status) {
+    switch (status) {
     case participantStatus::invited:
         return "Invited";
     case participantStatus::accepted:
@@ -111,6 +111,8 @@ std::string cEventParticipant::StatusText() const
         return "Not Invited";
     }
 }
+
+std::string cEventParticipant::StatusText() const { return statusText(Status); }
 
 std::string cEventParticipant::ParticipantName() const
 {

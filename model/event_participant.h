@@ -14,6 +14,9 @@ constexpr std::int16_t accepted = 2;
 constexpr std::int16_t declined = 3;
 } // namespace participantStatus
 
+/// A participant's status in words.
+std::string statusText(std::int16_t status);
+
 /// A participant's membership in one invitation group. The store alone sees its flags.
 class cEventParticipantGroup : public Entity {
 public:

@@ -162,6 +162,10 @@ bool EventsManage::StartEventMailingProcess(std::int32_t EventId,
             }
         }
         dialog.close();
+        // The host asks for the mailing's fields while it starts it.
+        startedList_ = listKey;
+        started_ = StartedMailing{EventId, EventMailingType, EventReservationSponsorship,
+                                  EventReservationNonSponsorship, EventActivityIds};
         mailings.startProcess("Event", listKey);
         return true;
     });

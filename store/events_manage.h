@@ -12,6 +12,7 @@
 #include "model/events_criteria.h"
 #include "model/reservation_fields.h"
 #include "store/actions.h"
+#include "store/started_mailing.h"
 
 namespace qmevents {
 
@@ -158,6 +159,11 @@ public:
                                   bool EventReservationSponsorship,
                                   bool EventReservationNonSponsorship,
                                   const std::string& EventActivityIds);
+    /// The mailing to the list of this key, while it is the latest that was started.
+    std::optional<StartedMailing> startedMailing(const std::string& listKey) const
+    {
+        return listKey == startedList_ ? started_ : std::nullopt;
+    }
 
     // Whether the action makes sense now. Fills in the reason when it does not, and the record (a
     // new one for Create) when it does.
@@ -181,6 +187,10 @@ public:
                                 Ref<cEventTask>* EventTaskObject = nullptr);
     /// Whether a reservation line uses the activity.
     bool EventActivityInUse(std::int32_t EventId, std::int32_t EventActivityId);
+
+private:
+    std::string startedList_; // its key
+    std::optional<StartedMailing> started_;
 };
 
 /// The store behind the add-in's root object.
