@@ -211,18 +211,18 @@ std::string Locale::text(Date date) const
     return date.hasTime() ? shortDate(date) + " " + longTime(date) : shortDate(date);
 }
 
-std::string Locale::money(Currency amount, int decimals) const
+std::string Locale::money(Currency amount) const
 {
     const bool negative = amount.scaled() < 0;
     std::int64_t divisor = 1;
-    for (int i = decimals; i < 4; ++i) divisor *= 10;
+    for (int i = moneyDecimals; i < 4; ++i) divisor *= 10;
     // Halves go away from zero, as people round money. Taken from the negative side, which holds
     // the smallest amount as well.
     const std::int64_t below = negative ? amount.scaled() : -amount.scaled();
     const std::int64_t rounded =
-        -(below / divisor) + (decimals < 4 && -(below % divisor) * 2 >= divisor ? 1 : 0);
+        -(below / divisor) + (moneyDecimals < 4 && -(below % divisor) * 2 >= divisor ? 1 : 0);
     std::string digits = std::to_string(rounded);
-    const auto places = static_cast<std::size_t>(decimals);
+    const auto places = static_cast<std::size_t>(moneyDecimals);
     if (digits.size() <= places) digits.insert(0, places + 1 - digits.size(), '0');
     std::string whole = digits.substr(0, digits.size() - places);
     for (std::size_t at = whole.size(); at > 3;) whole.insert(at -= 3, groupMark);

@@ -22,6 +22,7 @@ public:
     bool symbolLeads = true; ///< "$5.00" rather than "5.00 kr".
     std::string decimalMark = ".";
     std::string groupMark = ",";
+    int moneyDecimals = 2; ///< 0 to 4.
 
     /// The locale of this thread, to read or to replace.
     static Locale& current();
@@ -31,7 +32,7 @@ public:
     /// Date and long time; the part that is the zero date or midnight is left out, and the zero
     /// date itself is written as its time.
     std::string text(Date date) const;
-    std::string money(Currency amount, int decimals = 2) const; ///< "$1,234.50", "-$3.00".
+    std::string money(Currency amount) const; ///< "$1,234.50", "-$3.00".
 
     /// What a user typed as a date, a time or both: in the order of this locale, as
     /// "yyyy-mm-dd ...", or with the month's English name. Two-digit years 00 to 29 are 2000 to

@@ -35,6 +35,11 @@ Locale userLocale()
     }
     if (const auto mark = setting(LOCALE_SMONDECIMALSEP)) locale.decimalMark = *mark;
     if (const auto mark = setting(LOCALE_SMONTHOUSANDSEP)) locale.groupMark = *mark;
+    // Amounts have four decimals at most.
+    if (const auto digits = setting(LOCALE_ICURRDIGITS);
+        digits && digits->size() == 1 && *digits <= "4") {
+        locale.moneyDecimals = digits->front() - '0';
+    }
     return locale;
 }
 

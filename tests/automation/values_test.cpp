@@ -120,6 +120,8 @@ TEST(Locale, WritesAndReadsWhatPeopleType)
     EXPECT_EQ(locale.money(Currency::fromDouble(-0.004)), "$0.00");
     EXPECT_EQ(locale.money(Currency::fromScaled(-9223372036854775807 - 1)),
               "-$922,337,203,685,477.58");
+    locale.moneyDecimals = 0;
+    EXPECT_EQ(locale.money(Currency::fromDouble(1234.5)), "$1,235");
     struct {
         const char *typed, *read;
     } const cases[] = {{"3/7/26", "2026-03-07 00:00:00"},

@@ -32,10 +32,11 @@ TEST(RegionalSettings, DecideHowDatesAndAmountsAreWrittenAndRead)
     const Changed settings[] = {
         {LOCALE_SSHORTDATE, L"dd.MM.yyyy"}, {LOCALE_STIMEFORMAT, L"HH:mm:ss"},
         {LOCALE_SCURRENCY, L"kr"},          {LOCALE_ICURRENCY, L"3"},
-        {LOCALE_SMONDECIMALSEP, L","},      {LOCALE_SMONTHOUSANDSEP, L"."}};
+        {LOCALE_SMONDECIMALSEP, L","},      {LOCALE_SMONTHOUSANDSEP, L"."},
+        {LOCALE_ICURRDIGITS, L"1"}};
     const Locale locale = userLocale();
     EXPECT_EQ(locale.text(evening), "7.3.2026 18:05:00");
-    EXPECT_EQ(locale.money(amount), "1.234,50 kr");
+    EXPECT_EQ(locale.money(amount), "1.234,5 kr");
     EXPECT_EQ(locale.parseDate("7.3.2026"), Date::of(2026, 3, 7));
 }
 
