@@ -8,7 +8,7 @@ namespace {
 constexpr const char* category = "events-reports";
 
 struct Entry {
-    const char *key, *name, *description;
+    const char *key = "", *name = "", *description = "";
     const char* right = nullptr;   ///< What a user needs, where it is more than to see reports.
     const char* command = nullptr; ///< The command that has the event searched first.
     const char* listOf = nullptr;  ///< The records whose list it can work on.

@@ -15,8 +15,8 @@ constexpr std::int32_t date = 7;
 constexpr std::int32_t text = 8;
 
 struct Column {
-    const char *key, *caption, *dataField;
-    std::int32_t width;
+    const char *key = "", *caption = "", *dataField = "";
+    std::int32_t width = 0;
     std::optional<std::int32_t> dataType;
 };
 

@@ -71,13 +71,6 @@ TEST_F(DonorSection, SaysNothingButZeroesOfADonorWithoutEvents)
 
 TEST_F(DonorSection, AsksInTheWordsOfTheDatabase)
 {
-    const std::string figures =
-        "SELECT vds.totalreservationpaid As TotalReservationDollars, vds.totalamount As "
-        "TotalDollars, vds.totalsponsorshipamount As TotalSponsorshipDollars FROM "
-        "vw_events_donor_summary vds WHERE vds.DonorId = <3:9>";
-    const std::string attended =
-        "SELECT ei.Name, ei.Id FROM events_event_participants ep INNER JOIN events_event_info ei "
-        "ON ep.FKEventId=ei.Id WHERE ep.Attended <> 0 AND ep.FKDonorId = <3:9>";
     const auto reservations = [](const std::string& sponsorship) {
         return "SELECT ei.Name As EventName, ei.Id As EventId, eer.Id As ReservationId, "
                "eer.ReservationDate As ReservationDate, ea.Name As ActivityName, "
@@ -89,30 +82,41 @@ TEST_F(DonorSection, AsksInTheWordsOfTheDatabase)
                "events_event_info ei ON eer.FKEventId = ei.Id WHERE (eer.FKDonorId = <3:9>) ORDER "
                "BY eer.reservationdate DESC";
     };
-    raise("donor-detailspage-tabinit", "detail");
-    EXPECT_EQ(
-        host_.takeLog(),
-        (Log{figures,
-             "SELECT IsNull(SUM(InvitedFlag),0) As Invited, IsNull(SUM(AcceptedFlag),0) As "
-             "Accepted, IsNull(SUM(DeclinedFlag),0) As Declined FROM (SELECT 1 As "
-             "InvitedFlag, CASE WHEN ep.Status=2 THEN 1 ELSE 0 END As AcceptedFlag, CASE "
-             "WHEN ep.Status=3 THEN 1 ELSE 0 END As DeclinedFlag FROM "
-             "events_event_participants ep WHERE ep.Status IN(1,2,3) AND ep.FKDonorId = "
-             "<3:9>) [mainquery]",
-             attended, reservations("CASE WHEN NOT ea.Sponsorship = 0 THEN 'Yes' ELSE 'No' END")}));
-    host_.documentType = 2;
-    sections_->clear();
-    raise("donor-detailspage-tabinit", "detail");
-    EXPECT_EQ(
-        host_.takeLog(),
-        (Log{figures,
-             "SELECT IIf(SUM(InvitedFlag) IS NULL,0,SUM(InvitedFlag)) As Invited, "
-             "IIf(SUM(AcceptedFlag) IS NULL,0,SUM(AcceptedFlag)) As Accepted, "
-             "IIf(SUM(DeclinedFlag) IS NULL,0,SUM(DeclinedFlag)) As Declined FROM (SELECT 1 As "
-             "InvitedFlag, IIf(ep.Status=2,1,0) As AcceptedFlag, IIf(ep.Status=3,1,0) As "
-             "DeclinedFlag FROM events_event_participants ep WHERE ep.Status IN(1,2,3) AND "
-             "ep.FKDonorId = <3:9>)",
-             attended, reservations("IIf(ea.Sponsorship,'Yes','No')")}));
+    const struct {
+        std::int32_t documentType;
+        const char *sums, *flags, *end, *sponsorship;
+    } dialects[] = {
+        {1,
+         "IsNull(SUM(InvitedFlag),0) As Invited, IsNull(SUM(AcceptedFlag),0) As Accepted, "
+         "IsNull(SUM(DeclinedFlag),0) As Declined",
+         "CASE WHEN ep.Status=2 THEN 1 ELSE 0 END As AcceptedFlag, CASE WHEN ep.Status=3 THEN 1 "
+         "ELSE 0 END As DeclinedFlag",
+         ") [mainquery]", "CASE WHEN NOT ea.Sponsorship = 0 THEN 'Yes' ELSE 'No' END"},
+        {2,
+         "IIf(SUM(InvitedFlag) IS NULL,0,SUM(InvitedFlag)) As Invited, IIf(SUM(AcceptedFlag) IS "
+         "NULL,0,SUM(AcceptedFlag)) As Accepted, IIf(SUM(DeclinedFlag) IS "
+         "NULL,0,SUM(DeclinedFlag)) As Declined",
+         "IIf(ep.Status=2,1,0) As AcceptedFlag, IIf(ep.Status=3,1,0) As DeclinedFlag", ")",
+         "IIf(ea.Sponsorship,'Yes','No')"}};
+    for (const auto& dialect : dialects) {
+        host_.documentType = dialect.documentType;
+        sections_->clear();
+        raise("donor-detailspage-tabinit", "detail");
+        EXPECT_EQ(
+            host_.takeLog(),
+            (Log{"SELECT vds.totalreservationpaid As TotalReservationDollars, vds.totalamount As "
+                 "TotalDollars, vds.totalsponsorshipamount As TotalSponsorshipDollars FROM "
+                 "vw_events_donor_summary vds WHERE vds.DonorId = <3:9>",
+                 "SELECT " + std::string(dialect.sums) + " FROM (SELECT 1 As InvitedFlag, " +
+                     dialect.flags +
+                     " FROM events_event_participants ep WHERE ep.Status IN(1,2,3) AND "
+                     "ep.FKDonorId = <3:9>" +
+                     dialect.end,
+                 "SELECT ei.Name, ei.Id FROM events_event_participants ep INNER JOIN "
+                 "events_event_info ei ON ep.FKEventId=ei.Id WHERE ep.Attended <> 0 AND "
+                 "ep.FKDonorId = <3:9>",
+                 reservations(dialect.sponsorship)}));
+    }
 }
 
 TEST_F(DonorSection, ShowsFiguresAndLinksAndTrustsNoText)

@@ -48,8 +48,6 @@ TEST_F(SmartListFields, AreOfferedHiddenWithTheRightThatMoneyNeeds)
     ASSERT_EQ(donors.size(), 39u);
     EXPECT_EQ(donors[0], "ModuleId=events|Key=events_invited_value|Caption=Invited to Event|Visible"
                          "=False|Width=100|DataField=eventsinvitedvalue|dataType=8");
-    EXPECT_EQ(donors[3], "ModuleId=events|Key=events_latest_invited_name|Caption=Most Recent Event "
-                         "Invited To|Visible=False|Width=200|DataField=eventslatestinvitedname");
     EXPECT_EQ(donors[4],
               "ModuleId=events|Key=events_latest_invited_date|Caption=Most Recent Event Invited "
               "Date|Visible=False|Width=120|DataField=eventslatestinviteddate|dataType=7");

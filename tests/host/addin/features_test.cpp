@@ -16,7 +16,7 @@ protected:
         return getObject(getObject(host.session->app(), "Modules"), name);
     }
     /// Has the nth statement that begins with `start` fail.
-    void fail(const std::string& start, int nth)
+    void fail(const std::string& start, int nth) const
     {
         host.session->sql().beforeStatement = [start, nth](std::string_view text) mutable {
             if (text.starts_with(start) && nth-- == 0) {
@@ -46,7 +46,7 @@ protected:
                count("events_event_reservations WHERE FKDonorId = 1") + " " +
                count("donor_gifts WHERE FKReservationId <> 0");
     }
-    void deleteListed(const std::string& source)
+    void deleteListed(const std::string& source) const
     {
         auto data = puppet("Deletion");
         data->holds("EntityType", "donors").holds("Userdata", source);
