@@ -26,6 +26,8 @@ constexpr Subcommand subcommands[] = {
      [](Arguments arguments) { return refhost::runCommand(arguments, standardStreams()); }},
     {"sql", "runs statements of a dialect",
      [](Arguments arguments) { return refhost::sqlCommand(arguments, standardStreams()); }},
+    {"report", "prints a report as comma-separated values",
+     [](Arguments arguments) { return refhost::reportCommand(arguments, standardStreams()); }},
 };
 
 void printUsage(std::ostream& out)

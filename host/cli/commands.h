@@ -11,5 +11,7 @@ namespace refhost {
 int runCommand(std::span<const std::string> arguments, const Streams& streams);
 /// `quillmere sql`: runs statements of a dialect and prints their rows.
 int sqlCommand(std::span<const std::string> arguments, const Streams& streams);
+/// `quillmere report`: runs a report and prints its lines as comma-separated values.
+int reportCommand(std::span<const std::string> arguments, const Streams& streams);
 
 } // namespace refhost

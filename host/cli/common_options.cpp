@@ -30,6 +30,15 @@ Option databaseOption(std::string& file, std::string_view help)
             }};
 }
 
+Option clockOption(std::optional<qmevents::Date>& now)
+{
+    return {"--now", "\"YYYY-MM-DD HH:MM\"", "Stops the clock at this moment.",
+            [&now](const std::string& value) {
+                now = qmevents::Date::parseIso(value);
+                if (!now) throw UsageError{"--now is no such date: " + value};
+            }};
+}
+
 std::string readText(const std::string& name, const Streams& streams)
 {
     const auto whole = [](std::istream& in) {

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
+#include "automation/date.h"
 #include "host/cli/command_line.h"
 #include "host/document/database.h"
 #include "host/document/dialect.h"
@@ -13,6 +15,9 @@ namespace refhost {
 Option dialectOption(Dialect& dialect);
 /// A file's name into `file`.
 Option databaseOption(std::string& file, std::string_view help);
+
+/// A moment into `now`, at which the clock stops.
+Option clockOption(std::optional<qmevents::Date>& now);
 
 /// The text of `name`, "-" being the input. Throws Error (53) when it cannot be read.
 std::string readText(const std::string& name, const Streams& streams);

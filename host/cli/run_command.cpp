@@ -59,11 +59,7 @@ CommandLine commandLine(RunOptions& options)
               [&](const std::string& value) { options.rights = splitAtCommas(value); }},
              {"--answers", "FILE", "What the user answers and does in dialogs.",
               text(options.answersFile)},
-             {"--now", "\"YYYY-MM-DD HH:MM\"", "Stops the clock at this moment.",
-              [&](const std::string& value) {
-                  options.now = qmevents::Date::parseIso(value);
-                  if (!options.now) throw UsageError{"--now is no such date: " + value};
-              }},
+             clockOption(options.now),
              {"--addin", "PATH", "The folder with data/, cache/ and pages/.", text(options.addIn)},
              {"--quiet-sql", "", "Leaves the statements out.", flag(options.showsSql, false)},
              {"--signin-sql", "", "Shows those of signing in and out, too.",

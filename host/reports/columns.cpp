@@ -10,7 +10,7 @@ using qmevents::text::sameName;
 
 namespace {
 
-// What is printed in bold before an answer, and what no statement can give.
+// The field that no statement can give: the number of the row.
 constexpr std::string_view rowNumberField = "#";
 
 Value cellOf(const Value& value, const ColumnPlan& plan)
@@ -25,6 +25,8 @@ Value cellOf(const Value& value, const ColumnPlan& plan)
         return qmevents::toBool(value);
     case CellKind::money:
         return qmevents::toCurrency(value);
+    case CellKind::date:
+        return qmevents::toDate(value).datePart();
     case CellKind::text:
         return value.isText() ? value : Value(wordsOf(value));
     default:
@@ -49,8 +51,8 @@ Columns::Columns(const Inquiry& inquiry, const std::vector<Records>& sections) :
 
 std::optional<std::size_t> Columns::indexOf(const std::string& key) const
 {
-    for (std::size_t i = 0; i < shown_.size(); ++i) {
-        if (sameName(shown_[i].key, key)) return i;
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        if (sameName(columns_[i].key, key)) return i;
     }
     return std::nullopt;
 }
@@ -59,8 +61,8 @@ void Columns::show(const ColumnPlan& plan, const std::string& question)
 {
     slots_.push_back({&plan, question});
     const bool isQuestion = !question.empty();
-    shown_.push_back({isQuestion ? plan.key + ":" + question : plan.key,
-                      isQuestion ? question : plan.caption, plan.kind, plan.width, plan.align});
+    columns_.push_back({isQuestion ? plan.key + ":" + question : plan.key,
+                        isQuestion ? question : plan.caption, plan.kind, plan.width, plan.align});
 }
 
 // The questions as the activity asks them, then answers to questions that it asks no longer.
@@ -94,8 +96,9 @@ void Columns::showQuestions(const ColumnPlan& plan, const std::vector<Records>& 
 RowBinding Columns::bind(const Records& records, const RowPlan& row, int line) const
 {
     const Layout& layout = inquiry_.layout;
-    RowBinding binding{std::vector<RowBinding::Source>(slots_.size()), {}, line};
+    RowBinding binding{std::vector<RowBinding::Source>(slots_.size()), {}, {}, line};
     if (!row.link.empty()) binding.link = records.column(layout, row.link, line);
+    if (!row.needs.empty()) binding.needs = records.column(layout, row.needs, line);
     const auto bindField = [&](std::size_t i, const std::string& field, int at) {
         if (field != rowNumberField) binding.sources[i].field = records.column(layout, field, at);
     };
@@ -106,7 +109,7 @@ RowBinding Columns::bind(const Records& records, const RowPlan& row, int line) c
     }
     for (const CellPlan& cell : row.cells) {
         const auto i = indexOf(cell.column);
-        if (!i) continue; // withheld
+        if (!i || !mayUse(inquiry_.context, cell.operation)) continue;
         binding.sources[*i].text = cell.text;
         if (!cell.field.empty()) bindField(*i, cell.field, cell.line);
     }
@@ -139,6 +142,8 @@ std::vector<Value> Columns::cells(const Records& records, const Record& record,
         if (field) {
             const Value& value = record[*field];
             cells[i] = plan.answers.empty() ? cellOf(value, plan) : answer(slots_[i], value);
+            if (plan.zeroIsBlank && cells[i].isNumber() && qmevents::toDouble(cells[i]) == 0)
+                cells[i] = Null{};
         } else if (!text.empty()) {
             cells[i] = filled(text, inquiry_.layout, records, record, 1, binding.line);
         } else if (plan.field == rowNumberField) {
@@ -168,7 +173,9 @@ void Columns::add(Totals& totals, const std::vector<Value>& cells, const Records
         if (plan.total == Totalled::sum) {
             figure.add(cells[i], plan.kind);
         } else if (plan.total == Totalled::count) {
-            if (!cells[i].isNull()) figure.countOne();
+            const bool counts =
+                cells[i].is(ValueKind::boolean) ? cells[i].as<bool>() : !cells[i].isNull();
+            if (counts) figure.countOne();
         } else if (plan.total == Totalled::distinct) {
             figure.addDistinct(
                 wordsOf(record[records.column(inquiry_.layout, plan.distinctField, plan.line)]));
@@ -180,7 +187,8 @@ std::vector<Value> Columns::cellsOf(const Totals& totals) const
 {
     std::vector<Value> cells;
     for (std::size_t i = 0; i < slots_.size(); ++i)
-        cells.push_back(totals.figures[i].value(slots_[i].plan->kind, slots_[i].plan->total));
+        cells.push_back(
+            totals.figures[i].value(slots_[i].plan->kind, slots_[i].plan->total, totals.rows));
     fillRatios(cells);
     return cells;
 }

@@ -17,14 +17,14 @@ struct RowBinding {
         std::optional<std::size_t> field;
         std::string text; ///< With `{field}`; stands when there is no field.
     };
-    std::vector<Source> sources; ///< One for each shown column.
-    std::optional<std::size_t> link;
+    std::vector<Source> sources; ///< One for each column.
+    std::optional<std::size_t> link, needs;
     int line = 0;
 };
 
 /// The running totals of a group or of a section.
 struct Totals {
-    std::vector<Figure> figures; ///< One for each shown column.
+    std::vector<Figure> figures; ///< One for each column.
     std::size_t rows = 0;
 };
 
@@ -34,7 +34,17 @@ public:
     /// `sections` are the rows of all sections: questions that were asked become columns.
     Columns(const Inquiry& inquiry, const std::vector<Records>& sections);
 
-    const std::vector<ShownColumn>& shown() const { return shown_; }
+    std::vector<ShownColumn> shown() const { return onlyShown(columns_); }
+    /// `items`, one for each column, without those of hidden columns.
+    template <typename T>
+    std::vector<T> onlyShown(std::vector<T> items) const
+    {
+        for (std::size_t i = items.size(); i-- > 0;) {
+            if (slots_[i].plan->isHidden)
+                items.erase(items.begin() + static_cast<std::ptrdiff_t>(i));
+        }
+        return items;
+    }
     std::optional<std::size_t> indexOf(const std::string& key) const;
     /// Whether columns are left out because the user lacks a right.
     bool areWithheld() const { return withheld_; }
@@ -44,7 +54,7 @@ public:
     RowBinding bind(const Records& records, const RowPlan& row, int line) const;
     std::vector<Value> cells(const Records& records, const Record& record,
                              const RowBinding& binding, std::size_t number);
-    Totals newTotals() const { return {std::vector<Figure>(shown_.size()), 0}; }
+    Totals newTotals() const { return {std::vector<Figure>(slots_.size()), 0}; }
     void add(Totals& totals, const std::vector<Value>& cells, const Records& records,
              const Record& record) const;
     std::vector<Value> cellsOf(const Totals& totals) const;
@@ -61,8 +71,8 @@ private:
     Value answer(const Slot& slot, const Value& document);
 
     const Inquiry& inquiry_;
-    std::vector<Slot> slots_; // one for each shown column
-    std::vector<ShownColumn> shown_;
+    std::vector<Slot> slots_;          // one for each column that the user may see
+    std::vector<ShownColumn> columns_; // likewise
     bool withheld_ = false;
     std::size_t unreadable_ = 0;
     // The document that was read last: each of its questions asks for it.

@@ -17,6 +17,11 @@ std::int32_t linkOf(const Record& record, const std::optional<std::size_t>& colu
     return column && record[*column].isNumber() ? qmevents::toInt32(record[*column]) : 0;
 }
 
+bool isBlank(const Value& value)
+{
+    return wordsOf(value).empty() || (value.isNumber() && qmevents::toDouble(value) == 0);
+}
+
 class Composer {
 public:
     Composer(const Inquiry& inquiry, const Answers& answers)
@@ -94,20 +99,21 @@ private:
         if (!plan.caption.empty()) addHead(plan.caption, level++, 0);
         Totals totals = columns_->newTotals();
         std::size_t number = 0;
-        composeGroup(plan, records, rows, 0, level, bindings, totals, number);
+        composeGroup(plan, records, rows, 0, level, bindings, totals, number, !plan.total.empty());
         if (plan.total.empty()) return;
         const Record blank(records.names.size(), Value(qmevents::Null{}));
         result_.lines.push_back(
             {LineKind::total, level,
              filled(plan.total, layout_, records, rows.empty() ? blank : records.rows[rows.front()],
                     totals.rows, plan.line),
-             columns_->cellsOf(totals), 0});
+             columns_->onlyShown(columns_->cellsOf(totals)), 0});
     }
 
     // The rows below the group level `depth`, with heads and subtotals; adds to all of `above`.
     void composeGroup(const SectionPlan& plan, const Records& records, const Rows& rows,
                       std::size_t depth, std::int32_t level,
-                      const std::vector<RowBinding>& bindings, Totals& above, std::size_t& number)
+                      const std::vector<RowBinding>& bindings, Totals& above, std::size_t& number,
+                      bool aloneAbove)
     {
         if (depth == plan.groups.size()) {
             for (const std::size_t row : rows) {
@@ -124,25 +130,22 @@ private:
             std::size_t end = begin;
             while (end < rows.size() && wordsOf(records.rows[rows[end]][key]) == value) ++end;
             const Record& first = records.rows[rows[begin]];
-            const bool isBlank = !group.blank.empty() && (value.empty() || value == "0");
-            addHead(isBlank
-                        ? group.blank
-                        : filled(group.caption, layout_, records, first, end - begin, group.line),
-                    level, linkOf(first, link));
+            const std::string head = headOf(group, records, first, value);
+            addHead(head, level, linkOf(first, link));
+            // A group that is alone has the figures of the total below it.
+            const bool isAlone = aloneAbove && end - begin == rows.size();
             Totals totals = columns_->newTotals();
             composeGroup(plan, records,
                          Rows(rows.begin() + static_cast<std::ptrdiff_t>(begin),
                               rows.begin() + static_cast<std::ptrdiff_t>(end)),
-                         depth + 1, level + 1, bindings, totals, number);
-            // A group that is alone has the figures of the total below it.
-            const bool alone = depth == 0 && end - begin == rows.size() && !plan.total.empty();
-            if (!group.subtotal.empty() && !alone) {
+                         depth + 1, level + 1, bindings, totals, number, isAlone);
+            if (!group.subtotal.empty() && !isAlone) {
                 result_.lines.push_back(
                     {LineKind::subtotal, level,
                      filled(group.subtotal, layout_, records, first, totals.rows, group.line),
-                     columns_->cellsOf(totals), 0});
+                     columns_->onlyShown(columns_->cellsOf(totals)), 0});
             }
-            if (depth == 0) addGroupToPicture(records, first, totals);
+            if (depth == 0) addGroupToPicture(head, totals);
             above.rows += totals.rows;
             for (std::size_t i = 0; i < totals.figures.size(); ++i)
                 above.figures[i].add(totals.figures[i]);
@@ -150,15 +153,28 @@ private:
         }
     }
 
+    std::string headOf(const GroupPlan& group, const Records& records, const Record& first,
+                       const std::string& value) const
+    {
+        const auto word = group.words.find(value);
+        if (word != group.words.end()) return word->second;
+        if (!group.blank.empty() && (value.empty() || value == "0")) return group.blank;
+        return filled(group.caption, layout_, records, first, 0, group.line);
+    }
+
     void addRows(const Records& records, const Record& record, std::int32_t level,
                  const std::vector<RowBinding>& bindings, Totals& totals, std::size_t number)
     {
         for (const RowBinding& binding : bindings) {
+            if (binding.needs && isBlank(record[*binding.needs])) continue;
             std::vector<Value> cells = columns_->cells(records, record, binding, number);
             columns_->add(totals, cells, records, record);
             addRowToPicture(records, record, cells);
-            result_.lines.push_back(
-                {LineKind::row, level, {}, std::move(cells), linkOf(record, binding.link)});
+            result_.lines.push_back({LineKind::row,
+                                     level,
+                                     {},
+                                     columns_->onlyShown(std::move(cells)),
+                                     linkOf(record, binding.link)});
         }
     }
 
@@ -178,20 +194,19 @@ private:
     void addRowToPicture(const Records& records, const Record& record,
                          const std::vector<Value>& cells)
     {
-        if (result_.picture && !layout_.chart->overGroups) addPoint(records, record, cells);
+        if (result_.picture && !layout_.chart->overGroups)
+            addPoint(filled(layout_.chart->category, layout_, records, record, 0, 0), cells);
     }
 
-    void addGroupToPicture(const Records& records, const Record& record, const Totals& totals)
+    void addGroupToPicture(const std::string& head, const Totals& totals)
     {
-        if (result_.picture && layout_.chart->overGroups)
-            addPoint(records, record, columns_->cellsOf(totals));
+        if (result_.picture && layout_.chart->overGroups) addPoint(head, columns_->cellsOf(totals));
     }
 
-    void addPoint(const Records& records, const Record& record, const std::vector<Value>& cells)
+    void addPoint(std::string category, const std::vector<Value>& cells)
     {
         Picture& picture = *result_.picture;
-        picture.categories.push_back(
-            filled(layout_.chart->category, layout_, records, record, 0, 0));
+        picture.categories.push_back(std::move(category));
         for (std::size_t i = 0; i < pictureColumns_.size(); ++i)
             picture.series[i].values.push_back(cells[pictureColumns_[i]]);
     }

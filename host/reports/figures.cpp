@@ -33,6 +33,7 @@ std::int64_t roundedQuotient(std::int64_t part, std::int64_t whole, std::int64_t
 void Figure::add(const Value& cell, CellKind kind)
 {
     if (!isFigure(cell)) return;
+    hasAny_ = true;
     if (kind == CellKind::money) {
         money_ += qmevents::toCurrency(cell);
     } else if (cell.is(ValueKind::real) || cell.is(ValueKind::currency)) {
@@ -49,11 +50,13 @@ void Figure::add(const Figure& other)
     whole_ += other.whole_;
     real_ += other.real_;
     hasReal_ = hasReal_ || other.hasReal_;
+    hasAny_ = hasAny_ || other.hasAny_;
     seen_.insert(other.seen_.begin(), other.seen_.end());
 }
 
-Value Figure::value(CellKind kind, Totalled total) const
+Value Figure::value(CellKind kind, Totalled total, std::size_t rows) const
 {
+    if (total == Totalled::sum && rows > 0 && !hasAny_) return qmevents::Null{};
     if (total == Totalled::nothing) return qmevents::Null{};
     if (total == Totalled::distinct) return static_cast<std::int32_t>(seen_.size());
     if (total == Totalled::sum && kind == CellKind::money) return money_;

@@ -18,13 +18,15 @@ public:
     void addDistinct(const std::string& key) { seen_.insert(key); }
     void countOne() { whole_ += 1; }
     void add(const Figure& other); ///< What was added to `other`, too.
-    qmevents::Value value(CellKind kind, Totalled total) const;
+    /// Null when it is a sum of `rows` none of which had a figure.
+    qmevents::Value value(CellKind kind, Totalled total, std::size_t rows) const;
 
 private:
     qmevents::Currency money_;
     std::int64_t whole_ = 0;
     double real_ = 0;
     bool hasReal_ = false;
+    bool hasAny_ = false;
     std::set<std::string> seen_;
 };
 

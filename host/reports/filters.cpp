@@ -95,7 +95,9 @@ public:
             answer.problem = "a value is needed";
         if (!answer.problem.empty()) {
             answer.given = false;
-            answer.problem = "\"" + filter.caption + "\": " + answer.problem + ".";
+            // What happened to an event is a sentence of its own.
+            if (!answer.problem.ends_with('.'))
+                answer.problem = "\"" + filter.caption + "\": " + answer.problem + ".";
         }
         return answer;
     }
@@ -191,7 +193,7 @@ private:
         if (!id)
             answer.problem = "\"" + answer.plain + "\" is no event";
         else if (!found)
-            answer.problem = eventGone.substr(0, eventGone.size() - 1);
+            answer.problem = eventGone;
     }
 
     void readChoice(const FilterPlan& filter, Answer& answer) const
@@ -266,7 +268,7 @@ std::vector<Value> defaultValues(const SharedContext& context, const Layout& lay
 bool isAsked(const Inquiry& inquiry, const FilterPlan& filter)
 {
     const bool ofOneEvent = filter.kind == FilterKind::event || filter.kind == FilterKind::activity;
-    return !ofOneEvent || inquiry.source.empty();
+    return (!ofOneEvent || inquiry.source.empty()) && mayUse(inquiry.context, filter.operation);
 }
 
 Answers readAnswers(const Inquiry& inquiry)

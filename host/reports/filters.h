@@ -39,7 +39,8 @@ bool mayUse(const SharedContext& context, const std::string& operation);
 /// The values that a report starts with.
 std::vector<Value> defaultValues(const SharedContext& context, const Layout& layout);
 
-/// Whether the filter is asked: one for an event or an activity is not where a list gives them.
+/// Whether the filter is asked: one for an event or an activity is not where a list gives them, nor
+/// one that needs a right that the user lacks.
 bool isAsked(const Inquiry& inquiry, const FilterPlan& filter);
 
 /// Every filter's answer, by its key. Reads the database where a choice must exist there.

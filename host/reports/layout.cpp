@@ -146,7 +146,7 @@ private:
     void readFilter(pugi::xml_node node)
     {
         allow(node, {"key", "kind", "caption"},
-              {"default", "required", "type", "notbefore", "range", "least", "most"},
+              {"default", "required", "type", "notbefore", "range", "least", "most", "operation"},
               {"option", "choices"});
         FilterPlan filter{.key = attribute(node, "key"),
                           .caption = attribute(node, "caption"),
@@ -158,6 +158,7 @@ private:
                           .range = attribute(node, "range"),
                           .least = number(node, "least", 0),
                           .most = number(node, "most", 1e9),
+                          .operation = attribute(node, "operation"),
                           .line = lineOf(node)};
         if (findFilter(filter.key)) fail(node, "there is a filter " + filter.key + " already");
         if (!filter.notBefore.empty()) needFilter(node, filter.notBefore);
@@ -192,7 +193,7 @@ private:
     {
         allow(node, {"key", "caption"},
               {"kind", "width", "align", "operation", "field", "total", "of", "part", "whole",
-               "answers", "each"},
+               "answers", "each", "zero", "hidden"},
               {"value"});
         ColumnPlan column{.key = attribute(node, "key"),
                           .caption = attribute(node, "caption"),
@@ -206,6 +207,8 @@ private:
                           .whole = attribute(node, "whole"),
                           .answers = attribute(node, "answers"),
                           .columnEach = word(node, "each", answers, false),
+                          .zeroIsBlank = attribute(node, "zero") == "blank",
+                          .isHidden = word(node, "hidden", answers, false),
                           .line = lineOf(node)};
         const bool isFigure = column.kind == CellKind::number || column.kind == CellKind::money ||
                               column.kind == CellKind::percent;
@@ -219,11 +222,18 @@ private:
             fail(node, "\"distinct\" needs the attribute of");
         if (column.part.empty() != column.whole.empty())
             fail(node, "a ratio has a part and a whole");
+        column.words = readWords(node);
+        layout_.columns.push_back(std::move(column));
+    }
+
+    std::map<std::string, std::string> readWords(pugi::xml_node node) const
+    {
+        std::map<std::string, std::string> words;
         for (const pugi::xml_node value : node.children("value")) {
             allow(value, {"is", "caption"}, {}, {});
-            column.words[attribute(value, "is")] = attribute(value, "caption");
+            words[attribute(value, "is")] = attribute(value, "caption");
         }
-        layout_.columns.push_back(std::move(column));
+        return words;
     }
 
     const ColumnPlan* findColumn(std::string_view key) const
@@ -259,16 +269,20 @@ private:
                             .sql = readOnlySql(node),
                             .line = lineOf(node)};
         for (const pugi::xml_node lookup : node.children("lookup")) {
-            allow(lookup, {"key", "by"}, {"separator"}, {"sql"});
+            allow(lookup, {"key", "by", "text"}, {"separator"}, {"sql"});
             section.lookups.push_back({attribute(lookup, "key"), split(attribute(lookup, "by")),
                                        lookup.attribute("separator").as_string(", "),
-                                       readOnlySql(lookup)});
+                                       attribute(lookup, "text"), readOnlySql(lookup)});
         }
         for (const pugi::xml_node group : node.children("group")) {
-            allow(group, {"by", "caption"}, {"blank", "subtotal", "link"}, {});
-            section.groups.push_back({attribute(group, "by"), attribute(group, "caption"),
-                                      attribute(group, "blank"), attribute(group, "subtotal"),
-                                      attribute(group, "link"), lineOf(group)});
+            allow(group, {"by", "caption"}, {"blank", "subtotal", "link"}, {"value"});
+            section.groups.push_back({.by = attribute(group, "by"),
+                                      .caption = attribute(group, "caption"),
+                                      .blank = attribute(group, "blank"),
+                                      .subtotal = attribute(group, "subtotal"),
+                                      .link = attribute(group, "link"),
+                                      .words = readWords(group),
+                                      .line = lineOf(group)});
         }
         for (const pugi::xml_node row : node.children("row")) section.rows.push_back(readRow(row));
         if (section.rows.empty()) section.rows.push_back({});
@@ -281,12 +295,14 @@ private:
 
     RowPlan readRow(pugi::xml_node node) const
     {
-        allow(node, {}, {"link", "operation"}, {"cell"});
-        RowPlan row{attribute(node, "link"), attribute(node, "operation"), {}};
+        allow(node, {}, {"link", "operation", "needs"}, {"cell"});
+        RowPlan row{
+            attribute(node, "link"), attribute(node, "operation"), attribute(node, "needs"), {}};
         for (const pugi::xml_node cell : node.children("cell")) {
-            allow(cell, {"column"}, {"field", "text"}, {});
+            allow(cell, {"column"}, {"field", "text", "operation"}, {});
             row.cells.push_back({attribute(cell, "column"), attribute(cell, "field"),
-                                 attribute(cell, "text"), lineOf(cell)});
+                                 attribute(cell, "text"), attribute(cell, "operation"),
+                                 lineOf(cell)});
             if (!findColumn(row.cells.back().column))
                 fail(cell, "there is no column " + row.cells.back().column);
         }
@@ -295,7 +311,7 @@ private:
 
     void readChart(pugi::xml_node node)
     {
-        allow(node, {"kind", "title", "category"}, {"over", "most"}, {"series"});
+        allow(node, {"kind", "title"}, {"category", "over", "most"}, {"series"});
         static constexpr Word<const char*> kinds[] = {
             {"bar", "bar"}, {"groupedbar", "groupedbar"}, {"line", "line"}};
         static constexpr Word<bool> over[] = {{"groups", true}, {"rows", false}};

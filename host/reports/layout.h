@@ -49,6 +49,7 @@ struct FilterPlan {
     std::string notBefore;               ///< Of a date: the filter with the first day.
     std::string range;                   ///< What both days together are called.
     double least = 0, most = 0;          ///< Of a number.
+    std::string operation;               ///< The right without which it is not asked.
     int line = 0;
 };
 
@@ -69,6 +70,8 @@ struct ColumnPlan {
     /// The field with a reservation's answers: one text, or a column for each question.
     std::string answers;
     bool columnEach = false;
+    bool zeroIsBlank = false; ///< A row shows nothing rather than 0.
+    bool isHidden = false;    ///< Only ratios use it.
     int line = 0;
 };
 
@@ -76,15 +79,17 @@ struct LookupPlan {
     std::string key;
     std::vector<std::string> by;
     std::string separator;
+    std::string text; ///< Of one item, with `{field}`.
     SqlText sql;
 };
 
 struct GroupPlan {
     std::string by;
-    std::string caption;  ///< Of its head, with `{field}`.
-    std::string blank;    ///< Its head when `by` is empty or 0.
-    std::string subtotal; ///< None when empty.
-    std::string link;     ///< The field with an event's id.
+    std::string caption;                           ///< Of its head, with `{field}`.
+    std::string blank;                             ///< Its head when `by` is empty or 0.
+    std::string subtotal;                          ///< None when empty.
+    std::string link;                              ///< The field with an event's id.
+    std::map<std::string, std::string> words = {}; ///< Its heads for certain values of `by`.
     int line = 0;
 };
 
@@ -92,12 +97,14 @@ struct CellPlan {
     std::string column;
     std::string field;
     std::string text; ///< With `{field}`; stands when there is no field.
+    std::string operation;
     int line = 0;
 };
 
 struct RowPlan {
     std::string link;
     std::string operation;
+    std::string needs;           ///< The field without which the row is left out.
     std::vector<CellPlan> cells; ///< Empty: every column shows its own field.
 };
 

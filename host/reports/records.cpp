@@ -1,8 +1,5 @@
 #include "host/reports/records.h"
 
-#include <algorithm>
-#include <cctype>
-
 #include "automation/locale.h"
 
 namespace refhost::reporting {
@@ -40,12 +37,12 @@ void addLookup(const Inquiry& inquiry, const LookupPlan& lookup, const Answers& 
         from.push_back(found.column(inquiry.layout, name, line));
         to.push_back(records.column(inquiry.layout, name, line));
     }
-    const std::size_t textColumn = found.column(inquiry.layout, "Text", line);
+
     std::unordered_map<std::string, std::string> texts;
     for (const Record& row : found.rows) {
         std::string& text = texts[keyOf(row, from)];
         if (!text.empty()) text += lookup.separator;
-        text += wordsOf(row[textColumn]);
+        text += filled(lookup.text, inquiry.layout, found, row, 1, line);
     }
     records.names.push_back(lookup.key);
     for (Record& row : records.rows) {
@@ -77,6 +74,22 @@ Records readSectionRows(const Inquiry& inquiry, const SectionPlan& section, cons
     return records;
 }
 
+namespace {
+
+// A day, with the time of day where one was entered; nobody reads its seconds.
+std::string momentText(qmevents::Date date)
+{
+    const qmevents::Locale& locale = qmevents::Locale::current();
+    if (!date.hasDate()) return {};
+    if (!date.hasTime()) return locale.shortDate(date);
+    std::string time = locale.longTime(date);
+    const auto seconds = time.rfind(":00");
+    if (seconds != std::string::npos && time.find(':') != seconds) time.erase(seconds, 3);
+    return locale.shortDate(date) + ' ' + time;
+}
+
+} // namespace
+
 std::string wordsOf(const Value& value)
 {
     const qmevents::Locale& locale = qmevents::Locale::current();
@@ -87,11 +100,8 @@ std::string wordsOf(const Value& value)
         return value.as<bool>() ? "Yes" : "No";
     case qmevents::ValueKind::currency:
         return locale.money(value.as<qmevents::Currency>());
-    case qmevents::ValueKind::date: {
-        // A time says nothing where only the day was entered.
-        const auto date = value.as<qmevents::Date>();
-        return date.hasDate() ? locale.text(date) : std::string();
-    }
+    case qmevents::ValueKind::date:
+        return momentText(value.as<qmevents::Date>());
     default:
         return qmevents::toText(value);
     }
@@ -137,12 +147,9 @@ std::string filled(std::string_view text, const Layout& layout, const Records& r
             result += counted(name.substr(6), rows);
             continue;
         }
-        const auto start = static_cast<std::size_t>(
-            std::find_if(name.begin(), name.end(),
-                         [](unsigned char c) { return std::isalnum(c) != 0; }) -
-            name.begin());
-        const std::string_view before = name.substr(0, start);
-        name.remove_prefix(start);
+        const auto bar = name.find('|');
+        const std::string_view before = bar == std::string_view::npos ? "" : name.substr(0, bar);
+        if (bar != std::string_view::npos) name.remove_prefix(bar + 1);
         const auto colon = name.find(':');
         const std::string_view field = name.substr(0, colon);
         const Value& value = record[records.column(layout, field, line)];

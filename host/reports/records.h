@@ -32,8 +32,8 @@ Records readRecords(const Inquiry& inquiry, const SqlText& sql, const Answers& a
 std::string wordsOf(const Value& value);
 
 /// `text` with each `{field}` replaced by the record's value. `{field:date}` is the day alone, and
-/// what stands before the name, as in `{, field}`, appears only when there is a value.
-/// `{count:event: events}` is the number of `rows` with the word for one or for many.
+/// what stands before a bar, as in `{, |field}`, appears only when there is a value.
+/// `{count:event:events}` is the number of `rows` with the word for one or for many.
 std::string filled(std::string_view text, const Layout& layout, const Records& records,
                    const Record& record, std::size_t rows, int line);
 
