@@ -244,6 +244,7 @@ private:
     static std::vector<T> chosen(const std::vector<T>& all, const std::vector<std::size_t>& points)
     {
         std::vector<T> result;
+        result.reserve(points.size());
         for (const std::size_t point : points) result.push_back(all[point]);
         return result;
     }

@@ -7,7 +7,6 @@
 namespace refhost {
 
 using qmevents::Array;
-using qmevents::Collection;
 using qmevents::describe;
 using qmevents::makeRef;
 
