@@ -24,7 +24,7 @@ export async function showChart(figure, chart, { format, orientation }) {
     const drawing = build("div");
     figure.replaceChildren(
         build("figcaption", { text: data.title }),
-        ...(data.series.length > 1 ? [legend(d3, data.series)] : []),
+        legend(d3, data.series),
         drawing,
     );
     figure.hidden = false;
