@@ -81,7 +81,7 @@ function drawBars(d3, svg, { categories, series, marks, isMoney }, width, format
     const words = (value) => figureWords(value, isMoney, format);
 
     svg.append("g").attr("class", "axis").attr("transform", `translate(0,${height})`).call(
-        d3.axisBottom(x).ticks(Math.max(1, Math.floor((width - left - valueRoom) / 100)))
+        d3.axisBottom(x).ticks(Math.max(1, Math.floor((width - left - valueRoom) / 130)))
             .tickSize(-height).tickPadding(8)
             .tickFormat(words),
     );

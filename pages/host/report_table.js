@@ -23,6 +23,8 @@ export function reportTable(holder, columns, { title, format }) {
         holder.classList.toggle("wide", table.offsetWidth > holder.clientWidth + 1);
     }).observe(holder);
     const naming = Math.max(columns.findIndex(({ Kind }) => Kind === "text"), 0);
+    // A line's link is its event's, so the event's name leads there and no other.
+    const events = columns.findIndex(({ Key }) => /^event(name)?$/i.test(Key));
     let body;
     let groups = 0;
 
@@ -55,10 +57,11 @@ export function reportTable(holder, columns, { title, format }) {
     }
 
     function cellOf({ Cells, Kind, Link }, column, at) {
-        const text = cellWords(Cells[at], column.Kind, format);
+        const words = cellWords(Cells[at], column.Kind, format);
         const className = alignOf(column);
-        if (at !== naming || Kind !== "row") return build("td", { className, text });
-        return build("th", { scope: "row", className }, linked(text, Link));
+        const shown = Kind === "row" && at === events ? linked(words, Link) : words;
+        if (at !== naming || Kind !== "row") return build("td", { className }, shown);
+        return build("th", { scope: "row", className }, shown);
     }
 
     return { add, groups: () => groups };
@@ -88,6 +91,7 @@ function colOf(share) {
 }
 
 function headOf(column) {
+    if (!column.Caption) return build("td"); // a head without words would be none
     return build("th", { scope: "col", className: alignOf(column), text: column.Caption });
 }
 

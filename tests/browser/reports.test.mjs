@@ -3,7 +3,7 @@ import { execFile } from "node:child_process";
 import { mkdir, writeFile } from "node:fs/promises";
 import { promisify } from "node:util";
 import { browserTest } from "./harness.mjs";
-import { faultAt, savedFile, signIn } from "./steps.mjs";
+import { dialogPage, faultAt, savedFile, signIn } from "./steps.mjs";
 
 const report = (key, more = "") => `/host/report?folder=Cache/Reports&key=${key}${more}`;
 const widths = [1280, 390];
@@ -90,15 +90,74 @@ browserTest("A report is found, asked, read, printed and exported", async ({ pag
     await page.getByRole("tab", { name: "Overview" }).waitFor();
 });
 
+browserTest("A chart says what the table says, also on paper", async ({ page, axe, shot }) => {
+    await signIn(page, "anna");
+    await page.goto(report("events-expected-vs-actual"));
+    await page.getByRole("button", { name: "Show report" }).click();
+    const chart = page.getByRole("img", { name: /^Bar chart: .*Expected and Actual for/ });
+    await chart.waitFor();
+    await page.getByText(/^\d+ lines$/).waitFor();
+    const heads = await cellsOf(page, "thead tr");
+    const rows = await cellsOf(page, "tbody tr:not(.head, .subtotal, .total)");
+    const column = heads[0].indexOf("Expected");
+    const labels = await chart.locator(".value").allTextContents();
+    assert.equal(await chart.locator("rect").count(), labels.length);
+    const drawn = labels.slice(0, labels.length / 2).map(cents);
+    assert.deepEqual(drawn, rows.map((cells) => cents(cells[column])).slice(0, drawn.length));
+    assert.match(await chart.locator("title").first().textContent(), /: Expected: \$/);
+    await atEachWidth(page, async (width) => {
+        await axe(page);
+        await shot(page, `report chart ${width}`);
+    });
+    const [first] = await printed(page, "report chart");
+    assert.match(first, new RegExp(rows[0][0]));
+    assert.match(first, /\$0 +\$\d/, "the chart's axis");
+});
+
+browserTest("An event's page leads to its reports, the list to any event's", async ({ page, axe }) => {
+    await signIn(page, "ben");
+    await page.goto("/events/event-details?id=5");
+    const menu = page.getByRole("button", { name: "Reports" });
+    await menu.click();
+    await axe(page);
+    await page.keyboard.press("Escape");
+    assert.equal(await menu.getAttribute("aria-expanded"), "false");
+    await menu.press("Enter");
+    await page.keyboard.press("ArrowDown");
+    await page.keyboard.press("Enter");
+    await page.getByRole("heading", { name: "Event Reservation List By Activity" }).waitFor();
+    await page.locator("tr.total").first().waitFor();
+    const shown = await page.locator("tr.head a").first().textContent();
+
+    await page.goto("/host/reports");
+    await page.getByRole("button", { name: "Event Summary" }).click();
+    const choices = dialogPage(page).locator(".chooser button");
+    await choices.first().waitFor();
+    const other = await choices.first().locator("span").first().textContent();
+    assert.notEqual(other, shown);
+    await choices.first().click();
+    await page.getByRole("heading", { name: "Event Summary" }).waitFor();
+    assert.equal(await page.locator("tr.head a").first().textContent(), other);
+    await axe(page);
+});
+
 browserTest("A report that cannot be shown says why", async ({ page, axe, shot }) => {
     await signIn(page, "viewer");
     await page.goto("/host/reports");
     await page.getByRole("link", { name: "Events List" }).waitFor();
     assert.equal(await page.getByRole("link", { name: "Donor Events Summary" }).count(), 0);
 
-    await page.goto(report("no-such-report"));
-    await page.getByRole("heading", { name: "This report cannot be shown" }).waitFor();
-    assert.match(await page.locator(".empty-page p").textContent(), /no-such-report\.xml/);
-    await axe(page);
+    for (const [key, words] of [
+        ["events-donor-summary", /^You do not have the right to view this report\.$/],
+        ["no-such-report", /no-such-report\.xml/],
+    ]) {
+        await page.goto(report(key));
+        await page.getByRole("heading", { name: "This report cannot be shown" }).waitFor();
+        assert.match(await page.locator(".empty-page p").textContent(), words);
+        await axe(page);
+    }
     await shot(page, "report missing");
+    await page.goto(report("events-event-summary", "&id=99999"));
+    await faultAt(page.getByLabel("Event"),
+        "The event no longer exists. It may have been deleted by another user.");
 });
