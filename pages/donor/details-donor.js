@@ -123,13 +123,12 @@ function panelOf({ key, title, sections }) {
     const panel = document.createElement("div");
     panel.className = "boxes";
     panel.append(
-        ...sections.map((section) =>
-            box(
-                section.Key,
-                section.Title,
-                section.rows.map(({ Name, Value }) => [Name, nodesOf(Value, run)]),
-            ),
-        ),
+        ...sections.map(({ Key, Title, rows }) => {
+            const lines = rows.map(({ Name, Value }) => [Name, nodesOf(Value, run)]);
+            const section = box(Key, Title, lines);
+            section.classList.add("box-markup");
+            return section;
+        }),
     );
     return { key, title, panel };
 }

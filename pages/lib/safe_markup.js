@@ -20,9 +20,16 @@ export function commandOf(link) {
     return { name: found[1], args };
 }
 
+/** `markup` without inline styles: the pages' policy takes none and reports each that is parsed. */
+export function withoutStyles(markup) {
+    const style = /\sstyle\s*=\s*(?:"[^"]*"|'[^']*'|[^\s>]+)/gi;
+    return markup.replace(/<[a-z][^<>]*>/gi, (tag) => tag.replace(style, ""));
+}
+
 /** What `markup` shows, as nodes; `run(command)` carries out what its links ask for. */
 export function nodesOf(markup, run) {
-    const { body } = new DOMParser().parseFromString(String(markup ?? ""), "text/html");
+    const plain = withoutStyles(String(markup ?? ""));
+    const { body } = new DOMParser().parseFromString(plain, "text/html");
     return [...body.childNodes].flatMap((node) => shown(node, run));
 }
 

@@ -76,6 +76,20 @@ browserTest("A donor's page leads to events, gifts and reservations", async ({ p
     assert.equal(await dialog.getByRole("radio", { name: /^A reservation/ }).isDisabled(), true);
     await page.keyboard.press("Escape");
     assert.equal(await other, "cancelled");
+
+    await page.goto(`/donor/details-donor?id=${ann}`);
+    await page.getByRole("tab", { name: "Details" }).click();
+    const info = page.getByRole("region", { name: "Events Info" });
+    await info.getByText("2 - Seat").waitFor();
+    await info.getByRole("button", { name: "Zz fete" }).click();
+    await page.getByRole("tab", { name: "Reservations", selected: true }).waitFor();
+    await page.goto(`/donor/details-donor?id=${ann}`);
+    await page.getByRole("button", { name: "Delete" }).click();
+    await page.getByText("All events participation and reservation").waitFor();
+    await page.getByRole("button", { name: "Yes" }).click();
+    await page.waitForURL((address) => !address.pathname.startsWith("/donor"));
+    await page.goto(`/events/event-details?id=${eventId}&tab=reservations`);
+    await page.getByText("No reservations to show.").waitFor();
 });
 
 browserTest("Gifts stay when a reservation goes, unless asked otherwise", async ({ page }) => {

@@ -1,6 +1,6 @@
 import assert from "node:assert/strict";
 import { test } from "node:test";
-import { commandOf } from "../../pages/lib/safe_markup.js";
+import { commandOf, withoutStyles } from "../../pages/lib/safe_markup.js";
 
 test("a link runs a command with plain arguments, and nothing else", () => {
     const prefix = "javascript:App.Modules.Events.Objects('Workflow').Events.";
@@ -19,4 +19,9 @@ test("a link runs a command with plain arguments, and nothing else", () => {
     for (const link of ["javascript:alert(1)", "https://example.org/", "", null]) {
         assert.equal(commandOf(link), undefined);
     }
+});
+
+test("styles go out of tags and stay in words", () => {
+    const markup = `<table width=100% style='color:#777'><td STYLE = "a:b" width=9>of style='x'`;
+    assert.equal(withoutStyles(markup), "<table width=100%><td width=9>of style='x'");
 });
