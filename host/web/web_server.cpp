@@ -50,7 +50,8 @@ std::string encoded(std::string_view text)
 class WebServer::Implementation {
 public:
     Implementation(Backend& backend, WebServerOptions options)
-        : options_(std::move(options)), files_(options_.pages, options_.addIn), sessions_(options_.idleTimeout)
+        : options_(std::move(options)), files_(options_.pages, options_.addIn),
+          sessions_(options_.idleTimeout)
     {
         configure();
         bind();
