@@ -28,6 +28,7 @@ constexpr const char* assignmentIndexes[] = {"entityid", "FKAssignedToId"};
 constexpr const char* interactionIndexes[] = {"FKDonorId"};
 constexpr const char* mailingListIndexes[] = {"listkey"};
 constexpr const char* mailingDonorIndexes[] = {"FKListId", "FKDonorId"};
+constexpr const char* listRecordIndexes[] = {"FKRunId"};
 constexpr const char* reminderIndexes[] = {"entityid", "FKuserId"};
 
 // The tables that both dialects reach, in the words of one of them: what is declared is the same.
@@ -75,6 +76,9 @@ constexpr HostTable documentTables[] = {
     {"mailing_list_donors",
      "id COUNTER PRIMARY KEY, FKListId LONG NOT NULL, FKDonorId LONG NOT NULL",
      mailingDonorIndexes},
+    {"smartlist_runs", "id COUNTER PRIMARY KEY, FKuserId LONG DEFAULT 0, created DATETIME"},
+    {"smartlist_records", // id is the record's: statements read it as such
+     "recordkey COUNTER PRIMARY KEY, FKRunId LONG NOT NULL, id LONG NOT NULL", listRecordIndexes},
 };
 
 // What no statement of a script or add-in may touch.
@@ -89,6 +93,10 @@ constexpr const char* hostStatements[] = {
     "section TEXT NOT NULL COLLATE NOCASE, name TEXT NOT NULL COLLATE NOCASE, "
     "type TEXT NOT NULL, value TEXT NOT NULL, PRIMARY KEY (user_id, section, name)) "
     "WITHOUT ROWID",
+    "CREATE TABLE IF NOT EXISTS host_lists (id INTEGER PRIMARY KEY AUTOINCREMENT, "
+    "type TEXT NOT NULL COLLATE NOCASE, name TEXT NOT NULL COLLATE NOCASE, "
+    "definition TEXT NOT NULL, owner_id INTEGER NOT NULL, changed_by INTEGER NOT NULL, "
+    "changed TEXT NOT NULL, revision INTEGER NOT NULL, UNIQUE (type, name))",
 };
 
 bool exists(SqlSession& sql, const std::string& table)

@@ -3,6 +3,7 @@
 #include "automation/describe.h"
 #include "host/app/host_event.h"
 #include "host/document/objects/sql_literal.h"
+#include "host/security/security.h"
 
 namespace refhost {
 
@@ -134,8 +135,25 @@ bool DonorManage::UpdateDonor(const Ref<Donor>& donor) const
     return saveDonor(context_, *donor);
 }
 
+void requireDonorDeletion(const SharedContext& context)
+{
+    if (!Security(context).IsAllowed("events/delete")) {
+        throw qmevents::Error::with(qmevents::ErrorNumber::permissionDenied,
+                                    "you may not delete donors");
+    }
+}
+
+void markDonorsDeleted(const SharedContext& context, const std::string& condition)
+{
+    runStatement(context,
+                 "UPDATE donor_donors SET deleted = " +
+                     sqlLiteral(context->sql().dialect(), Value(true), LiteralKind::yesNo) +
+                     " WHERE " + condition);
+}
+
 bool DonorManage::DeleteDonor(std::int32_t id) const
 {
+    requireDonorDeletion(context_);
     const auto donor = GetSmallDonor(id);
     if (!donor) {
         throw qmevents::Error::with(qmevents::ErrorNumber::invalidCall,
@@ -155,11 +173,10 @@ bool DonorManage::DeleteDonor(std::int32_t id) const
     if (context_->shell()->MsgPrompt(question, yesNo, "Delete Donor") != yes) return false;
 
     Transaction transaction(context_->sql());
+    const auto failuresBefore = context_->shell()->failuresShown();
     context_->raise("donor-delete", Value(payload));
-    runStatement(context_,
-                 "UPDATE donor_donors SET deleted = " +
-                     sqlLiteral(context_->sql().dialect(), Value(true), LiteralKind::yesNo) +
-                     " WHERE id = " + std::to_string(id));
+    if (context_->shell()->failuresShown() != failuresBefore) return false;
+    markDonorsDeleted(context_, "id = " + std::to_string(id));
     transaction.commit();
     context_->frontEnd().refresh();
     return true;

@@ -30,6 +30,11 @@ public:
     void read(const Cursor& row);
 };
 
+/// Error 70 when the user may not delete donors.
+void requireDonorDeletion(const SharedContext& context);
+/// Marks the donors that satisfy `condition` deleted.
+void markDonorsDeleted(const SharedContext& context, const std::string& condition);
+
 /// Reads, finds and keeps donors; those marked deleted are gone.
 class DonorManage : public qmevents::DescribedObject {
 public:
@@ -45,8 +50,9 @@ public:
     /// Writes a new or changed donor; False when it is not as it must be, which the user is told.
     bool UpdateDonor(const Ref<Donor>& donor) const;
     /// Asks the user, with what the modules have to say about it, then deletes the donor with what
-    /// the modules keep about them: all of it or nothing. False when the user declines; error 5
-    /// when there is no such donor.
+    /// the modules keep about them: all of it or nothing. False when the user declines, or when a
+    /// module has told the user why it could not. Errors: 5 when there is no such donor, 70 without
+    /// the right to delete.
     bool DeleteDonor(std::int32_t id) const;
 
 private:

@@ -24,20 +24,9 @@ std::string literal(const SharedContext& context, const std::string& text)
     return sqlLiteral(context->sql().dialect(), Value(text), LiteralKind::text);
 }
 
-// The engines read these characters as wildcards unless they stand in brackets.
-std::string meaningItself(std::string_view word)
-{
-    std::string pattern;
-    for (const char c : word) {
-        const bool isWildcard = c == '%' || c == '_' || c == '[';
-        pattern += isWildcard ? std::string{'[', c, ']'} : std::string(1, c);
-    }
-    return pattern;
-}
-
 std::string conditionFor(const SharedContext& context, std::string_view word)
 {
-    const std::string pattern = literal(context, "%" + meaningItself(word) + "%");
+    const std::string pattern = literal(context, "%" + likeText(word) + "%");
     std::string condition;
     for (const char* column : searched) {
         condition += condition.empty() ? " AND (" : " OR ";

@@ -2,12 +2,13 @@
 
 #include <string>
 
+#include "host/lists/smart_lists.h"
 #include "host/modules/actions_module.h"
 #include "host/modules/donation_module.h"
 #include "host/modules/donor_page.h"
 #include "host/modules/events_module.h"
+#include "host/modules/field_schema.h"
 #include "host/modules/reports.h"
-#include "host/modules/smart_lists.h"
 
 namespace refhost {
 

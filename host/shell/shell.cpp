@@ -96,12 +96,14 @@ std::int32_t Shell::MsgPrompt(const std::string& text, std::int32_t buttons,
 
 void Shell::ErrorUnexpected(const std::string& text, const std::optional<Value>& number)
 {
+    ++failuresShown_;
     frontEnd_.showMessage({Message::Kind::unexpectedError, text, {}, numberIn(number)});
 }
 
 void Shell::ErrorUser(const std::string& text, const std::optional<Value>& code,
                       const std::optional<bool>&)
 {
+    ++failuresShown_;
     frontEnd_.showMessage({Message::Kind::userError, text, {}, numberIn(code)});
 }
 

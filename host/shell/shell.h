@@ -29,6 +29,9 @@ public:
     void ErrorUnexpected(const std::string& text, const std::optional<qmevents::Value>& number);
     void ErrorUser(const std::string& text, const std::optional<qmevents::Value>& code,
                    const std::optional<bool>& flag);
+    /// How many errors the user was shown so far: a caller of a module that swallows its failures
+    /// sees whether there was one.
+    std::int32_t failuresShown() const { return failuresShown_; }
     void Navigate(const std::string& url, const std::optional<bool>& second);
     qmevents::Value dialog(const std::optional<std::string>& name) const;
     void setDialog(const std::optional<std::string>& name, const qmevents::Value& value);
@@ -38,6 +41,7 @@ public:
 
 private:
     FrontEnd& frontEnd_;
+    std::int32_t failuresShown_ = 0;
     qmevents::Ref<DialogEngine> dialog_;
     qmevents::Ref<Page> page_;
     qmevents::Ref<Toolbar> toolbar_;

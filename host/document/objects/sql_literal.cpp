@@ -104,4 +104,15 @@ std::string sqlLiteral(Dialect dialect, const Value& value, LiteralKind kind)
                       "no literal has the kind " + std::to_string(static_cast<int>(kind)));
 }
 
+std::string likeText(std::string_view text)
+{
+    // The engines read these characters as wildcards unless they stand in brackets.
+    std::string pattern;
+    for (const char c : text) {
+        const bool isWildcard = c == '%' || c == '_' || c == '[';
+        pattern += isWildcard ? std::string{'[', c, ']'} : std::string(1, c);
+    }
+    return pattern;
+}
+
 } // namespace refhost

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "automation/value.h"
 #include "host/document/dialect.h"
@@ -22,5 +23,8 @@ enum class LiteralKind : std::int32_t {
 /// kind (NULL for a date). Errors: 5 for a text that no literal can hold, 13 for a value that is
 /// none of its kind, 6 for a number out of range.
 std::string sqlLiteral(Dialect dialect, const qmevents::Value& value, LiteralKind kind);
+
+/// `text` as part of a pattern for LIKE in which every character means itself.
+std::string likeText(std::string_view text);
 
 } // namespace refhost

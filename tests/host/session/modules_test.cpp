@@ -347,30 +347,20 @@ TEST_F(FolderFixture, EventsModuleTellsItsFolderVersionObjectsAndShowsDialogs)
     EXPECT_NE(failureOf([&] { getObject(modules, "Item", "mail"); }), "");
 }
 
-TEST_F(FolderFixture, SmartListsAppendTheFilesOfModulesAndAskForColumns)
+TEST_F(FolderFixture, MailingsAppendTheFilesOfModules)
 {
-    write("data/builder.xml", "<fields><field/></fields>");
-    const auto lists = getObject(getObject(modules, "Quillmere"), "Smartlists");
-    const auto donors = getObject(lists, "types", "donors");
-    const std::string path = folder.string() + "\\data\\Builder.xml";
-    call(donors, "AppendSchema", "Events", "events", path);
-    call(donors, "AppendSchema", "Events", "events", path); // the second replaces the first
-    EXPECT_EQ(column(getObject(donors, "Schemas"), "ModuleName"), "Events;");
-    const auto schema = getObject(getObject(donors, "Schemas"), "Item", 1);
+    write("data/fields.xml", "<fields><field/></fields>");
+    const auto mailings = getObject(getObject(modules, "Quillmere"), "Mailings");
+    const auto fields = getObject(mailings, "FieldSchema");
+    const std::string path = folder.string() + "\\data\\Fields.xml";
+    call(fields, "AppendSchema", "Events", "events", path);
+    call(fields, "AppendSchema", "Events", "events", path); // the second replaces the first
+    EXPECT_EQ(column(getObject(fields, "Schemas"), "ModuleName"), "Events;");
+    const auto schema = getObject(getObject(fields, "Schemas"), "Item", 1);
     EXPECT_EQ(toText(get(getObject(schema, "Document"), "xml")), "<fields><field/></fields>");
     EXPECT_NE(
-        failureOf([&] { call(donors, "AppendSchema", "E", "e", path + "x"); }).find("Builder.xmlx"),
+        failureOf([&] { call(fields, "AppendSchema", "E", "e", path + "x"); }).find("Fields.xmlx"),
         std::string::npos);
-
-    addIn.onEvent = [](const Ref<Object>& event) {
-        const auto data = getObject(event, "Data");
-        const auto added = toObject(call(data, "GetNewColumn"));
-        put(added, "Caption", "Of " + toText(get(data, "ListType")));
-        put(added, "dataType", 7);
-        call(getObject(data, "Columns"), "Add", added, "key");
-    };
-    EXPECT_EQ(column(toObject(call(lists, "GetColumns", "pledges")), "Caption"), "Of pledges;");
-    addIn.onEvent = nullptr;
 }
 
 TEST_F(FolderFixture, ReportsComeFromTheModulesAndTheirAddressesStayInTheFolder)

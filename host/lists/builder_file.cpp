@@ -1,0 +1,186 @@
+#include "host/lists/builder_file.h"
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+
+#include "automation/text.h"
+#include "host/app/file_finder.h"
+#include "host/xml/xml_parser.h"
+
+namespace refhost {
+namespace {
+
+using qmevents::text::sameName;
+
+class Reader {
+public:
+    Reader(std::string content, std::string shownAs)
+        : content_(std::move(content)), shownAs_(std::move(shownAs))
+    {
+    }
+    BuilderFile read(const std::string& type);
+
+private:
+    struct Unusable {
+        std::string why;
+    };
+
+    std::string place(pugi::xml_node node) const;
+    void readField(pugi::xml_node node);
+    void readFilter(pugi::xml_node node, const ListField* owner);
+    template <typename Read>
+    void guarded(pugi::xml_node node, Read read);
+
+    static std::string required(pugi::xml_node node, const char* attribute);
+    static std::string childText(pugi::xml_node node, const char* child);
+    static ListKind kindOf(pugi::xml_node node);
+
+    std::string content_, shownAs_;
+    BuilderFile result_;
+};
+
+std::string Reader::place(pugi::xml_node node) const
+{
+    const auto offset = node.offset_debug();
+    if (offset < 0 || static_cast<std::size_t>(offset) > content_.size()) return shownAs_;
+    const auto lines = std::count(content_.begin(), content_.begin() + offset, '\n');
+    return shownAs_ + ", line " + std::to_string(lines + 1);
+}
+
+std::string Reader::required(pugi::xml_node node, const char* attribute)
+{
+    const std::string value(qmevents::text::trim(node.attribute(attribute).value()));
+    if (value.empty())
+        throw Unusable{std::string("the attribute \"") + attribute + "\" is missing"};
+    return value;
+}
+
+std::string Reader::childText(pugi::xml_node node, const char* child)
+{
+    return std::string(qmevents::text::trim(node.child(child).text().get()));
+}
+
+ListKind Reader::kindOf(pugi::xml_node node)
+{
+    const std::string name = required(node, "kind");
+    const auto kind = listKind(name);
+    if (!kind) throw Unusable{"there is no kind called \"" + name + "\""};
+    return *kind;
+}
+
+// A part that cannot be used is named and left out; the rest of the file counts.
+template <typename Read>
+void Reader::guarded(pugi::xml_node node, Read read)
+{
+    try {
+        read();
+    } catch (const Unusable& fault) {
+        result_.faults.push_back(place(node) + ": " + fault.why + ".");
+    }
+}
+
+void Reader::readField(pugi::xml_node node)
+{
+    ListField field{.name = required(node, "name"),
+                    .caption = required(node, "caption"),
+                    .group = node.attribute("group").value(),
+                    .kind = kindOf(node),
+                    .value = childText(node, "value"),
+                    .operation = node.attribute("operation").value(),
+                    .origin = place(node)};
+    if (field.kind == ListKind::choice) throw Unusable{"a field cannot be a choice"};
+    if (field.value.empty()) throw Unusable{"the field \"" + field.name + "\" has no value"};
+    const auto known = std::ranges::any_of(result_.offer.fields, [&](const ListField& other) {
+        return sameName(other.name, field.name);
+    });
+    if (known) throw Unusable{"the field \"" + field.name + "\" is defined twice"};
+    result_.offer.fields.push_back(field);
+    for (const pugi::xml_node filter : node.children("filter")) {
+        guarded(filter, [&] { readFilter(filter, &field); });
+    }
+}
+
+void Reader::readFilter(pugi::xml_node node, const ListField* owner)
+{
+    ListCriterion criterion{.key = node.attribute("key").value(),
+                            .caption = required(node, "caption"),
+                            .group = node.attribute("group").value(),
+                            .kind = kindOf(node),
+                            .value = childText(node, "value"),
+                            .choices = childText(node, "choices"),
+                            .condition = childText(node, "condition"),
+                            .hasTextKeys = sameName(node.attribute("keys").value(), "text"),
+                            .operation = node.attribute("operation").value(),
+                            .origin = place(node)};
+    if (owner) {
+        criterion.owner = owner->name;
+        // A field's filters need no keys of their own: their captions tell them apart.
+        if (criterion.key.empty()) criterion.key = owner->name + ":" + criterion.caption;
+        if (criterion.group.empty()) criterion.group = owner->group;
+        if (criterion.operation.empty()) criterion.operation = owner->operation;
+        if (criterion.value.empty()) criterion.value = owner->value;
+    }
+    if (criterion.key.empty()) throw Unusable{"the attribute \"key\" is missing"};
+    for (const pugi::xml_node choice : node.children("choice")) {
+        criterion.fixedChoices.emplace_back(required(choice, "id"), required(choice, "name"));
+    }
+    const bool isChoice = criterion.kind == ListKind::choice;
+    const bool hasChoices = !criterion.choices.empty() || !criterion.fixedChoices.empty();
+    if (isChoice && !hasChoices) throw Unusable{"the filter has no choices"};
+    if (isChoice && criterion.condition.find("{values}") == std::string::npos) {
+        throw Unusable{"the condition of the filter has no {values}"};
+    }
+    if (!isChoice && criterion.value.empty()) throw Unusable{"the filter has no value"};
+    const auto known = std::ranges::any_of(result_.offer.criteria, [&](const ListCriterion& other) {
+        return sameName(other.key, criterion.key);
+    });
+    if (known) throw Unusable{"the filter \"" + criterion.key + "\" is defined twice"};
+    result_.offer.criteria.push_back(std::move(criterion));
+}
+
+BuilderFile Reader::read(const std::string& type)
+{
+    pugi::xml_document document;
+    const XmlFault fault = parseXml(content_, XmlSource::file, document);
+    if (fault.code != 0) {
+        const std::string line = fault.line > 0 ? ", line " + std::to_string(fault.line) : "";
+        return {.offer = {}, .faults = {shownAs_ + line + ": " + fault.reason}};
+    }
+    const pugi::xml_node root = document.document_element();
+    guarded(root, [&] {
+        if (root.name() != std::string_view("listbuilder")) {
+            throw Unusable{"the top level element must be <listbuilder>"};
+        }
+        if (required(root, "type") != type) {
+            throw Unusable{"the fields are not for lists of " + type};
+        }
+        for (const pugi::xml_node node : root.children()) {
+            guarded(node, [&] {
+                const std::string_view name = node.name();
+                if (name == "field") return readField(node);
+                if (name == "filter") return readFilter(node, nullptr);
+                throw Unusable{"<" + std::string(name) + "> is no part of a list-builder file"};
+            });
+        }
+    });
+    return std::move(result_);
+}
+
+} // namespace
+
+BuilderFile readBuilderFile(const std::string& path, const std::string& shownAs,
+                            const std::string& type)
+{
+    const auto failed = [&](const char* why) {
+        return BuilderFile{.offer = {}, .faults = {shownAs + ": " + why}};
+    };
+    const auto file = findFile(path);
+    if (!file) return failed("the file was not found.");
+    std::ifstream in(*file, std::ios::binary);
+    std::string content((std::istreambuf_iterator<char>(in)), {});
+    if (!in) return failed("the file could not be read.");
+    return Reader(std::move(content), shownAs).read(type);
+}
+
+} // namespace refhost
