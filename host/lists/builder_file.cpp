@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
+#include <map>
 
 #include "automation/text.h"
 #include "host/app/file_finder.h"
@@ -25,8 +26,15 @@ private:
     struct Unusable {
         std::string why;
     };
+    /// What filters offer: the rows of a query, or pairs of a key and a name.
+    struct Choices {
+        std::string query;
+        std::vector<std::pair<std::string, std::string>> fixed;
+    };
 
     std::string place(pugi::xml_node node) const;
+    static Choices choicesIn(pugi::xml_node node);
+    Choices choicesOf(pugi::xml_node filter) const;
     void readField(pugi::xml_node node);
     void readFilter(pugi::xml_node node, const ListField* owner);
     template <typename Read>
@@ -37,6 +45,7 @@ private:
     static ListKind kindOf(pugi::xml_node node);
 
     std::string content_, shownAs_;
+    std::map<std::string, Choices> namedChoices_;
     BuilderFile result_;
 };
 
@@ -80,6 +89,26 @@ void Reader::guarded(pugi::xml_node node, Read read)
     }
 }
 
+Reader::Choices Reader::choicesIn(pugi::xml_node node)
+{
+    Choices choices;
+    for (const pugi::xml_node choice : node.children("choice")) {
+        choices.fixed.emplace_back(required(choice, "id"), choice.text().get());
+    }
+    if (choices.fixed.empty()) choices.query = qmevents::text::trim(node.text().get());
+    if (choices.fixed.empty() && choices.query.empty()) throw Unusable{"there are no choices"};
+    return choices;
+}
+
+Reader::Choices Reader::choicesOf(pugi::xml_node filter) const
+{
+    const std::string key = filter.attribute("choices").value();
+    if (key.empty()) return choicesIn(filter.child("choices"));
+    const auto named = namedChoices_.find(key);
+    if (named == namedChoices_.end()) throw Unusable{"there are no choices \"" + key + "\""};
+    return named->second;
+}
+
 void Reader::readField(pugi::xml_node node)
 {
     ListField field{.name = required(node, "name"),
@@ -108,7 +137,6 @@ void Reader::readFilter(pugi::xml_node node, const ListField* owner)
                             .group = node.attribute("group").value(),
                             .kind = kindOf(node),
                             .value = childText(node, "value"),
-                            .choices = childText(node, "choices"),
                             .condition = childText(node, "condition"),
                             .hasTextKeys = sameName(node.attribute("keys").value(), "text"),
                             .operation = node.attribute("operation").value(),
@@ -122,14 +150,14 @@ void Reader::readFilter(pugi::xml_node node, const ListField* owner)
         if (criterion.value.empty()) criterion.value = owner->value;
     }
     if (criterion.key.empty()) throw Unusable{"the attribute \"key\" is missing"};
-    for (const pugi::xml_node choice : node.children("choice")) {
-        criterion.fixedChoices.emplace_back(required(choice, "id"), required(choice, "name"));
-    }
     const bool isChoice = criterion.kind == ListKind::choice;
-    const bool hasChoices = !criterion.choices.empty() || !criterion.fixedChoices.empty();
-    if (isChoice && !hasChoices) throw Unusable{"the filter has no choices"};
-    if (isChoice && criterion.condition.find("{values}") == std::string::npos) {
-        throw Unusable{"the condition of the filter has no {values}"};
+    if (isChoice) {
+        const Choices choices = choicesOf(node);
+        criterion.choices = choices.query;
+        criterion.fixedChoices = choices.fixed;
+        if (criterion.condition.find("{values}") == std::string::npos) {
+            throw Unusable{"the condition of the filter has no {values}"};
+        }
     }
     if (!isChoice && criterion.value.empty()) throw Unusable{"the filter has no value"};
     const auto known = std::ranges::any_of(result_.offer.criteria, [&](const ListCriterion& other) {
@@ -155,12 +183,16 @@ BuilderFile Reader::read(const std::string& type)
         if (required(root, "type") != type) {
             throw Unusable{"the fields are not for lists of " + type};
         }
+        for (const pugi::xml_node node : root.children("choices")) {
+            guarded(node, [&] { namedChoices_[required(node, "key")] = choicesIn(node); });
+        }
         for (const pugi::xml_node node : root.children()) {
             guarded(node, [&] {
                 const std::string_view name = node.name();
                 if (name == "field") return readField(node);
                 if (name == "filter") return readFilter(node, nullptr);
-                throw Unusable{"<" + std::string(name) + "> is no part of a list-builder file"};
+                if (name != "choices")
+                    throw Unusable{"<" + std::string(name) + "> is no part of a list-builder file"};
             });
         }
     });

@@ -88,7 +88,6 @@ ListSchema makeSchema(const ListType& type, Dialect dialect, const std::vector<L
     for (const ListOffer& file : files) {
         for (ListCriterion criterion : file.criteria) {
             const ListField* owner = schema.field(criterion.owner);
-            if (!owner && !criterion.owner.empty()) continue;
             if (owner && criterion.operation.empty()) criterion.operation = owner->operation;
             if (!schema.criterion(criterion.key)) schema.criteria.push_back(std::move(criterion));
         }

@@ -41,8 +41,11 @@ TEST(BuilderFiles, AreReadUpToWhatIsWrongWithThem)
          "builder.xml, line 2: the field \"largest\" is defined twice.;"},
         {field("name=\"gifts\" caption=\"G\" kind=\"number\"",
                "<value>1</value>\n<filter kind=\"choice\" caption=\"F\"/>"),
-         "builder.xml, line 4: the filter has no choices.;The column “Col largest” is left out: no "
+         "builder.xml, line 4: there are no choices.;The column “Col largest” is left out: no "
          "file defines its field \"largest\".;"},
+        {"<listbuilder type=\"donors\">" + good +
+             "\n<filter key=\"k\" caption=\"F\" kind=\"choice\" choices=\"towns\"/></listbuilder>",
+         "builder.xml, line 2: there are no choices \"towns\".;"},
     };
     for (const auto& [text, warning] : cases) {
         SCOPED_TRACE(warning);

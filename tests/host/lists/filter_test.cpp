@@ -36,6 +36,7 @@ TEST(ListFilters, HoldWhatTheySayInBothDialects)
         {"largest", "atleast", {"20"}, "1 2 "},
         {"gifts:Gave for event", "anyof", {"8", "9"}, "1 "},
         {"gifts:Gave for event", "noneof", {"8"}, "2 3 4 "},
+        {"reached", "anyof", {"50", "100"}, "1 "},
     };
     for (const Dialect dialect : dialects) {
         const ListHost host(dialect);

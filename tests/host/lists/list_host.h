@@ -89,6 +89,7 @@ inline ListHost::ListHost(Dialect dialect, std::shared_ptr<Database> shared,
 {
     std::filesystem::create_directories(folder);
     writeFile(R"(<listbuilder type="donors">
+ <choices key="sizes"><choice id="50">Middle</choice><choice id="100">Large</choice></choices>
  <field name="gifts" caption="Number of gifts" kind="number" group="Module">
   <value>(SELECT COUNT(*) FROM donor_gifts g WHERE g.donorId = {id} AND g.created BETWEEN
    {PERIOD1START} AND {PERIOD1END})</value>
@@ -100,6 +101,10 @@ inline ListHost::ListHost(Dialect dialect, std::shared_ptr<Database> shared,
  <field name="largest" caption="Largest" kind="money" group="Module" operation="donations/view">
   <value>(SELECT MAX(p.actualAmount) FROM donor_gifts g INNER JOIN donor_gifts_payments p
    ON p.giftId = g.id WHERE g.donorId = {id})</value>
+  <filter key="reached" kind="choice" caption="Reached" choices="sizes">
+   <condition>EXISTS (SELECT g.id FROM donor_gifts g INNER JOIN donor_gifts_payments p
+    ON p.giftId = g.id WHERE g.donorId = {id} AND p.actualAmount IN ({values}))</condition>
+  </filter>
  </field>
 </listbuilder>)");
     addIn.onEvent = [this](const Ref<Object>& event) { answer(event); };
