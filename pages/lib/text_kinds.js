@@ -65,29 +65,28 @@ function isoDate(field, format) {
 }
 
 /**
- * One of `choices`, { id, name }, whose ids may be numbers or texts; `none` is offered besides. The
- * value is the id, blank for none. One that is no longer offered stays until another is chosen.
+ * One of `choices`, { id, name }, whose ids may be numbers or texts. The value is the id, blank for
+ * none, which is offered as `none` where there is no value yet or none is needed. A value that is
+ * no longer among the choices stays until another is chosen.
  */
-function pick({ none = "" }, format, choices) {
+function pick({ none = "", required }, format, choices) {
     const control = document.createElement("select");
-    const isNone = (value) => value === undefined || value === null || value === "" || value === 0;
     const choiceOf = (value) => choices.find(({ id }) => String(id) === String(value));
     const nameOf = (value) => choiceOf(value)?.name ?? "(no longer exists)";
     return {
         ...asTyped(control),
         parts: [{ control }],
         display(value) {
-            const offered = isNone(value) || choiceOf(value) ? [] : [new Option(nameOf(value), value)];
-            const none0 = choiceOf(0) ? [] : [new Option(none, "")];
+            const chosen = String(value ?? "");
             control.replaceChildren(
-                ...none0,
+                ...(chosen && required ? [] : [new Option(none, "")]),
                 ...choices.map(({ id, name }) => new Option(name, id)),
-                ...offered,
+                ...(chosen && !choiceOf(chosen) ? [new Option(nameOf(chosen), chosen)] : []),
             );
-            control.value = isNone(value) && !choiceOf(value) ? "" : String(value);
+            control.value = chosen;
         },
         parse: () => ({ value: choiceOf(control.value)?.id ?? control.value }),
-        text: (value) => (isNone(value) && !choiceOf(value) ? none : nameOf(value)),
+        text: (value) => (String(value ?? "") ? nameOf(value) : none),
     };
 }
 
