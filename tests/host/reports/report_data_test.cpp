@@ -1,0 +1,172 @@
+#include "tests/host/reports/report_desk.h"
+
+namespace refhost {
+namespace {
+
+/// A gala with a few reservations, made by hand.
+class ReportData : public ::testing::TestWithParam<Dialect> {
+protected:
+    ReportData()
+    {
+        const std::string day =
+            GetParam() == Dialect::jet ? "#2026-02-14 18:30:00#" : "'2026-02-14T18:30:00'";
+        for (const char* name : {"Ida", "Otto", "<i>Uma</i>"})
+            execute("INSERT INTO donor_donors (display) VALUES ('" + std::string(name) + "')");
+        execute("INSERT INTO events_event_info (Name, StartDateTime) VALUES "
+                "('<b>Gala</b> & {EventId}', " +
+                day + ")");
+        const std::string asks =
+            R"(<fields><field name="Meal" type="2"/><field name="Vegan" type="6"/></fields>)";
+        execute(
+            "INSERT INTO events_event_activities (FKEventId, Name, ListPrice, QuantityAvailable, "
+            "ReservationInfo) VALUES (1, 'Seat', 20, 4, '" +
+            asks + "')");
+        for (const char* donor : {"1", "2", "3"})
+            execute("INSERT INTO events_event_reservations (FKEventId, FKDonorId, AmountPaid, "
+                    "ReservationDate) VALUES (1, " +
+                    std::string(donor) + ", 30, " + day + ")");
+        line(1, 2,
+             "<fields><field type=\"2\" name=\"Meal\"><value><![CDATA[Fish & ]]><![CDATA[chips]]>"
+             "</value></field><field><name>vegan</name><type>6</type><value>0</value></field></"
+             "fields>");
+        line(2, 1,
+             "<fields><field name=\"Vegan\" type=\"6\"><value>1</value></field>"
+             "<field name=\"Coat\" type=\"1\"><value>red</value></field></fields>");
+        line(3, 1, "<fields><broken");
+    }
+    void execute(const std::string& sql) { desk_.execute(sql); }
+    void line(int reservation, int quantity, const std::string& info)
+    {
+        execute("INSERT INTO events_event_reservations_activities (FKReservationId, FKActivityId, "
+                "Quantity, Price, ReservationInfo) VALUES (" +
+                std::to_string(reservation) + ", 1, " + std::to_string(quantity) + ", 20, '" +
+                info + "')");
+    }
+
+    qmevents::PinnedClock clock_{qmevents::Date::of(2026, 11, 21, 12)};
+    ReportDesk desk_{GetParam(), Database::inMemory()};
+};
+INSTANTIATE_TEST_SUITE_P(, ReportData, ::testing::Values(Dialect::sqlServer, Dialect::jet),
+                         nameOfDialect);
+
+TEST_P(ReportData, ShowAnswersInAColumnForEachQuestionOrInOneText)
+{
+    const OpenReport report = desk_.open("events-event-activity-reservation-list", 1);
+    EXPECT_EQ(report.problem(), "\"Activity\": a value is needed.");
+    report.set("activity", 1);
+    const Printed printed = report.print();
+    EXPECT_EQ(
+        printed.texts(),
+        (std::vector<std::string>{
+            "head 0 <b>Gala</b> & {EventId}, 2/14/2026 6:30 PM||||||||", "head 1 Seat||||||||",
+            "row 2|<i>Uma</i>|2/14/2026|1|20||||", "row 2|Ida|2/14/2026|2|40|Fish & chips|No||",
+            "row 2|Otto|2/14/2026|1|20||Yes|red|", "total 0 3 reservations|||4|80||||"}));
+    EXPECT_EQ(printed.notes, (std::vector<std::string>{
+                                 "Event: <b>Gala</b> & {EventId} (2/14/2026)", "Activity: Seat",
+                                 "Some reservation fields cannot be read and are left out."}));
+    const Printed inOne = desk_.open("events-event-reservation-list-by-activity", 1).print();
+    EXPECT_EQ(toText(inOne.cell(inOne.lines[3], "Details")), "Meal: Fish & chips; vegan: No");
+}
+
+TEST_P(ReportData, ShowWhatIsDueOfEachReservationAndNeverLessThanNothing)
+{
+    const OpenReport report = desk_.open("events-event-reservation-list", 1);
+    const auto due = [&](const Printed& printed) {
+        std::vector<std::string> texts;
+        for (const PrintedLine& line : printed.lines) {
+            if (line.kind != "head") texts.push_back(toText(printed.cell(line, "Due")));
+        }
+        return texts;
+    };
+    EXPECT_EQ(due(report.print()), (std::vector<std::string>{"0", "10", "0", "10"}));
+    EXPECT_EQ(report.print().lines[1].link, 0);
+    EXPECT_EQ(report.print().lines[0].link, 1);
+    report.set("due", true);
+    EXPECT_EQ(due(report.print()), (std::vector<std::string>{"10", "10"}));
+}
+
+TEST_P(ReportData, TellWhichFilterHasNoProperValue)
+{
+    struct Case {
+        const char *report, *filter;
+        Value value;
+        const char* problem;
+    };
+    const Case cases[] = {
+        {"events-list", "from", "soon",
+         "\"Events from\": \"soon\" is no day that can be searched for."},
+        {"events-list", "from", qmevents::Date::of(150, 1, 1),
+         "\"Events from\": \"\" is no day that can be searched for."},
+        {"events-list", "to", "2025-12-31", "\"Events to\": 12/31/2025 is before 1/1/2026."},
+        {"events-list", "category", 99, "\"Category\": \"99\" is none of the choices."},
+        {"events-list", "category", "1 OR 1 = 1",
+         "\"Category\": \"1 OR 1 = 1\" is none of the choices."},
+        {"events-top-events", "many", "", "\"How many events\": a value is needed."},
+        {"events-top-events", "many", 2.5,
+         "\"How many events\": \"2.5\" is no whole number from 1 to 100."},
+        {"events-top-events", "rank", "luck", "\"Top by\": \"luck\" is none of the choices."},
+        {"events-event-participant-list", "status", 7, "\"Status\": \"7\" is none of the choices."},
+        {"events-event-participant-list", "attended", "perhaps",
+         "\"Only those who attended\": the value cannot be read."},
+        {"events-event-participant-list", "event", qmevents::Null{},
+         "\"Event\": a value is needed."},
+        {"events-event-participant-list", "event", "1e99", "\"Event\": \"1e99\" is no event."},
+    };
+    for (const auto& [key, filter, value, problem] : cases) {
+        SCOPED_TRACE(problem);
+        const OpenReport report = desk_.open(key, 1);
+        report.set(filter, value);
+        EXPECT_EQ(report.problem(), problem);
+        EXPECT_EQ(toText(get(toObject(call(getObject(report.run, "Filters"), "Item", filter)),
+                             "Problem")),
+                  problem);
+        EXPECT_EQ(qmevents::toInt32(get(getObject(report.run, "Lines"), "Count")), 0);
+    }
+    const OpenReport list = desk_.open("events-list");
+    EXPECT_EQ(list.print().notes.at(0), "Event date: 1/1/2026 to 12/31/2026");
+    list.set("to", "2026-02-14"); // the whole day counts
+    EXPECT_EQ(list.print().lines.size(), 3U);
+    list.set("from", "2026-02-15");
+    list.set("to", qmevents::Null{});
+    EXPECT_EQ(list.print().lines.size(), 1U);
+    EXPECT_EQ(list.print().notes.at(0), "Event date: from 2/15/2026");
+}
+
+TEST_P(ReportData, SayThatTheEventIsGone)
+{
+    const std::string gone =
+        "The event no longer exists. It may have been deleted by another user.";
+    const OpenReport open = desk_.open("events-event-summary", 1);
+    EXPECT_FALSE(open.print().lines.empty());
+    execute("DELETE FROM events_event_info WHERE Id = 1");
+    EXPECT_EQ(open.problem(), gone);
+    EXPECT_EQ(qmevents::toInt32(get(getObject(open.run, "Lines"), "Count")), 0);
+    const auto later = toObject(
+        call(desk_.reports(), "Open", "Cache/Reports", "events-event-participant-list", 1));
+    EXPECT_EQ(toText(get(later, "Problem")), gone);
+}
+
+TEST_P(ReportData, OfferWhatCanBeChosenForTheEvent)
+{
+    execute("INSERT INTO events_event_info (Name) VALUES ('Other')");
+    const OpenReport report = desk_.open("events-event-activity-reservation-list");
+    const auto choices = [&](const char* filter) {
+        std::string names;
+        const auto all =
+            getObject(toObject(call(getObject(report.run, "Filters"), "Item", filter)), "Choices");
+        const auto walk = all->enumerate();
+        for (Value choice; walk->next(choice);)
+            names += toText(get(toObject(choice), "Name")) + ";";
+        return names;
+    };
+    EXPECT_EQ(choices("event"), "<b>Gala</b> & {EventId} (2/14/2026);Other;");
+    EXPECT_EQ(choices("activity"), "");
+    report.set("event", 1);
+    EXPECT_EQ(choices("activity"), "Seat;");
+    report.set("event", 2);
+    report.set("activity", 1);
+    EXPECT_EQ(report.problem(), "\"Activity\": \"1\" is none of the choices.");
+}
+
+} // namespace
+} // namespace refhost
