@@ -46,20 +46,20 @@ TEST_F(DonorSection, SaysNothingButZeroesOfADonorWithoutEvents)
     const auto section = sections_->Item("EventsInfo").object();
     EXPECT_EQ(toText(get(section, "Title")) + " " + toText(get(section, "Key")),
               "Events Info EventsInfo");
+    const std::string table =
+        "|Value=<table cellpadding=0 cellspacing=0 width=100% style='color:#777'><tr>";
+    const auto label = [](const std::string& text) {
+        return "<td width=100px style='color:#999999'>" + text + "</td>";
+    };
+    const std::string zero = "<td width=100px>0</td>";
+    const std::string nothing = "<td width=100px>$0.00</td>";
     EXPECT_EQ(shownRows(),
-              (Log{"Name=Total Spent|Value=<table cellpadding=0 cellspacing=0 width=100% "
-                   "style='color:#777'><tr><td width=100px>$0.00</td><td width=100px "
-                   "style='color:#999999'>Reservations Paid:</td><td width=100px>$0.00</td><td "
-                   "width=100px style='color:#999999'>Total Sponsorship:</td><td "
-                   "width=100px>$0.00</td></tr></table>",
-                   "Name=Invitations|Value=<table cellpadding=0 cellspacing=0 width=100% "
-                   "style='color:#777'><tr><td width=100px>0</td><td width=100px "
-                   "style='color:#999999'>Accepted:</td><td width=100px>0</td><td width=100px "
-                   "style='color:#999999'>Declined:</td><td width=100px>0</td></tr></table>",
-                   "Name=Attended|Value=<table cellpadding=0 cellspacing=0 width=100% "
-                   "style='color:#777'><tr><td>No events attended</td></tr></table>",
-                   "Name=Reservations|Value=<table cellpadding=0 cellspacing=0 width=100% "
-                   "style='color:#777'><tr><td>No reservations</td></tr></table>"}));
+              (Log{"Name=Total Spent" + table + nothing + label("Reservations Paid:") + nothing +
+                       label("Total Sponsorship:") + nothing + "</tr></table>",
+                   "Name=Invitations" + table + zero + label("Accepted:") + zero +
+                       label("Declined:") + zero + "</tr></table>",
+                   "Name=Attended" + table + "<td>No events attended</td></tr></table>",
+                   "Name=Reservations" + table + "<td>No reservations</td></tr></table>"}));
 
     for (const char* other : {"summary", "relationship", "Detail", "gifts"}) {
         raise("donor-detailspage-tabinit", other);

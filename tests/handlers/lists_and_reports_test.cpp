@@ -126,9 +126,6 @@ TEST_F(ReportEntries, StandInTheirCategoryInOrder)
                     "reservations and donations according to the campaign that prompted the donor "
                     "to support the event or make the donation.",
                     "|Operation=donations/view"));
-    EXPECT_EQ(listed[13], entry("Key=events-event-summary|Name=Event Summary|Description=View a "
-                                "summary of information for a single event.",
-                                script("ShowSummaryReport")));
 }
 
 TEST_F(ReportEntries, OfListsAreTwoOfDonorsAndSixOfEvents)

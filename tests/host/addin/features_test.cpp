@@ -129,25 +129,5 @@ TEST_P(Features, AnAttributeLeavesNoReferenceOrAllOfThem)
     EXPECT_EQ(referring(), "0 0");
 }
 
-TEST_P(Features, ReportsListsAndSettingsOfTheHostHoldThoseOfEvents)
-{
-    const auto quillmere = module("Quillmere");
-    const auto reports = getObject(quillmere, "Reports");
-    const auto counted = [](const Value& collection) {
-        return toText(get(toObject(collection), "Count"));
-    };
-    const auto categories = toObject(call(reports, "Load"));
-    EXPECT_EQ(counted(get(toObject(call(categories, "Item", "events-reports")), "Reports")), "14");
-    EXPECT_EQ(counted(call(reports, "LoadChooser")), "8");
-    EXPECT_EQ(counted(call(getObject(quillmere, "Settings"), "Load")), "1");
-    const auto lists = getObject(quillmere, "Smartlists");
-    EXPECT_EQ(counted(call(lists, "GetColumns", "donors")), "39");
-    call(lists, "LoadTypes");
-    for (const char* type : {"donors", "donations"}) {
-        EXPECT_EQ(counted(get(toObject(get(lists, "types", type)), "Schemas")), "1") << type;
-    }
-    EXPECT_TRUE(host.frontEnd.seen.empty()) << host.frontEnd.seen.front();
-}
-
 } // namespace
 } // namespace refhost
