@@ -1,4 +1,7 @@
 // What the signed-in user has to do for events.
+#include <algorithm>
+#include <vector>
+
 #include "automation/clock.h"
 #include "automation/text.h"
 #include "core/date_time_util.h"
@@ -21,7 +24,7 @@ std::string queryFor(const WidgetSettings& settings)
     const DialectText undatedLast{.sqlServer = "CASE WHEN t.DueDateTime IS NULL THEN 1 ELSE 0 END",
                                   .jet = "IIf(t.DueDateTime IS NULL,1,0)"};
     return "SELECT TOP " + std::to_string(settings.number("rows")) +
-           " t.Name, t.DueDateTime, t.FKEventId, ei.Name AS EventName "
+           " t.Id, t.Name, t.DueDateTime, t.FKEventId, ei.Name AS EventName "
            "FROM (events_event_tasks t "
            "INNER JOIN donor_list_assignedto la ON t.FKAssignedToId = la.Id) "
            "INNER JOIN events_event_info ei ON t.FKEventId = ei.Id WHERE la.FKuserId = " +
@@ -35,30 +38,56 @@ std::string queryFor(const WidgetSettings& settings)
 // A task without a time of day is due until the day ends.
 bool isOverdue(Date due) { return due.hasTime() ? due < Clock::now() : due < Clock::today(); }
 
-std::string dueText(const Value& due)
+struct Task {
+    std::int32_t id;
+    std::int32_t eventId;
+    std::string name;
+    std::string event;
+    Value due;
+    bool isOverdue;
+};
+
+std::vector<Task> readTasks(const WidgetSettings& settings)
 {
-    if (due.isNull()) return {};
-    const std::string when = DateTimeUtil().GetShortDateTime(due);
+    std::vector<Task> tasks;
+    RecordReader rows(queryFor(settings));
+    if (rows.atEnd()) return tasks;
+    const auto id = rows.column("Id");
+    const auto event = rows.column("FKEventId");
+    const auto name = rows.column("Name");
+    const auto eventName = rows.column("EventName");
+    const auto due = rows.column("DueDateTime");
+    for (; !rows.atEnd(); rows.next()) {
+        const Value day = due.value();
+        tasks.push_back({toInt32(id.value()), toInt32(event.value()), name.valueOr<std::string>(""),
+                         eventName.valueOr<std::string>(""), day,
+                         !day.isNull() && isOverdue(toDate(day))});
+    }
+    // What is due today at no given time stands before what was due this morning.
+    std::stable_partition(tasks.begin(), tasks.end(), [](const Task& t) { return t.isOverdue; });
+    return tasks;
+}
+
+std::string dueText(const Task& task)
+{
+    if (task.due.isNull()) return {};
+    const std::string when = DateTimeUtil().GetShortDateTime(task.due);
     const std::string text = markup::small(std::string(text::trim(when)));
-    return isOverdue(toDate(due)) ? markup::strong("Overdue") + " " + text : text;
+    return task.isOverdue ? markup::strong("Overdue") + " " + text : text;
 }
 
 std::string content(const WidgetSettings& settings)
 {
+    const bool mayComplete = host().security().isAllowed("events/edit");
     markup::Table table;
-    RecordReader rows(queryFor(settings));
-    if (rows.atEnd()) return table.text("Nothing to do");
-    const auto name = rows.column("Name");
-    const auto due = rows.column("DueDateTime");
-    const auto event = rows.column("FKEventId");
-    const auto eventName = rows.column("EventName");
-    for (; !rows.atEnd(); rows.next()) {
-        table.row({dueText(due.value()),
-                   markup::eventLink(toInt32(event.value()), "events_tasks",
-                                     name.valueOr<std::string>("")),
-                   markup::words(eventName.valueOr<std::string>(""))});
+    for (const auto& task : readTasks(settings)) {
+        const std::string complete = "CompleteEventTask(" + std::to_string(task.eventId) + "," +
+                                     std::to_string(task.id) + ")";
+        table.row({dueText(task), markup::eventLink(task.eventId, "events_tasks", task.name),
+                   markup::words(task.event),
+                   mayComplete ? markup::commandLink(complete, "Complete") : ""});
     }
-    return table.text("");
+    return table.text("Nothing to do");
 }
 
 } // namespace

@@ -14,7 +14,7 @@ namespace {
 
 /// Records of the host that ours refer to. Donors stay in their table, marked as deleted.
 struct Target {
-    const char* table;
+    const char* table = "";
     bool marksDeleted = false;
 };
 constexpr Target donors{"donor_donors", true};
@@ -31,11 +31,11 @@ enum class Remedy {
 
 /// A column of ours that holds keys of the host's records.
 struct Reference {
-    const char* what; ///< As the user reads it while it is repaired.
-    const char* table;
-    const char* column;
+    const char* what = ""; ///< As the user reads it while it is repaired.
+    const char* table = "";
+    const char* column = "";
     Target target;
-    Remedy remedy;
+    Remedy remedy = Remedy::clearKey;
 };
 constexpr Reference references[] = {
     {"Coordinators of events", "events_event_info", "FKCoordinatorId", donors, Remedy::clearKey},

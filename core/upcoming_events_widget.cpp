@@ -24,6 +24,7 @@ std::string queryFor(const WidgetSettings& settings)
     const Date today = Clock::today();
     return "SELECT TOP " + std::to_string(settings.number("rows")) +
            " ei.Id, ei.Name, ei.StartDateTime, ei.MaxCapacity, ei.AttendanceGoal, "
+           "el.Name AS PlaceName, "
            "(SELECT COUNT(*) FROM events_event_participants ep "
            "WHERE ep.FKEventId = ei.Id AND ep.Status = " +
            literal(accepted, Kind::number) +
@@ -32,7 +33,9 @@ std::string queryFor(const WidgetSettings& settings)
            "INNER JOIN events_event_reservations r ON l.FKReservationId = r.Id) "
            "INNER JOIN events_event_activities a ON l.FKActivityId = a.Id "
            "WHERE r.FKEventId = ei.Id AND a.Sponsorship = 0) AS Reserved "
-           "FROM events_event_info ei WHERE ei.StartDateTime >= " +
+           "FROM events_event_info ei "
+           "LEFT JOIN events_list_eventlocations el ON ei.FKLocationId = el.Id "
+           "WHERE ei.StartDateTime >= " +
            literal(today, Kind::date) + " AND ei.StartDateTime < " +
            literal(today.plusDays(settings.number("days") + 1), Kind::date) +
            " ORDER BY ei.StartDateTime, ei.Id";
@@ -61,6 +64,7 @@ std::string content(const WidgetSettings& settings)
     const auto id = rows.column("Id");
     const auto name = rows.column("Name");
     const auto start = rows.column("StartDateTime");
+    const auto place = rows.column("PlaceName");
     const auto capacity = rows.column("MaxCapacity");
     const auto goal = rows.column("AttendanceGoal");
     const auto acceptedCount = rows.column("Accepted");
@@ -71,7 +75,8 @@ std::string content(const WidgetSettings& settings)
         const std::string when = DateTimeUtil().GetShortDateTime(start.value());
         std::vector<std::string> cells{markup::small(std::string(text::trim(when))),
                                        markup::eventLink(toInt32(id.value()), "events_overview",
-                                                         name.valueOr<std::string>(""))};
+                                                         name.valueOr<std::string>("")),
+                                       markup::words(place.valueOr<std::string>(""))};
         for (auto& cell :
              fillLevel(coming, capacity.valueOr<std::int32_t>(0), goal.valueOr<std::int32_t>(0))) {
             cells.push_back(std::move(cell));

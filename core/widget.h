@@ -12,10 +12,10 @@ namespace qmevents {
 /// no, or one of the choices.
 struct WidgetOption {
     enum class Kind { number, yesNo, choice };
-    const char* key;
-    const char* caption;
-    Kind kind;
-    const char* usual;        ///< The value of whoever has not set it.
+    const char* key = "";
+    const char* caption = "";
+    Kind kind = Kind::number;
+    const char* usual = "";   ///< The value of whoever has not set it.
     std::int32_t least = 0;   ///< Of a number.
     std::int32_t most = 0;    ///< Of a number.
     const char* choices = ""; ///< "value=caption|value=caption".

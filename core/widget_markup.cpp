@@ -30,10 +30,15 @@ std::string words(const std::string& text) { return text::escapeMarkup(text); }
 std::string strong(const std::string& markup) { return element("strong", markup); }
 std::string small(const std::string& markup) { return element("small", markup); }
 
+std::string commandLink(const std::string& call, const std::string& name)
+{
+    return "<a href=\"javascript:App.Modules.Events.Objects('Workflow').Events." + call + ";\">" +
+           words(name) + "</a>";
+}
+
 std::string eventLink(std::int32_t eventId, const std::string& tab, const std::string& name)
 {
-    return "<a href=\"javascript:App.Modules.Events.Objects('Workflow').Events.ViewEvent(" +
-           std::to_string(eventId) + ",'" + tab + "');\">" + words(name) + "</a>";
+    return commandLink("ViewEvent(" + std::to_string(eventId) + ",'" + tab + "')", name);
 }
 
 std::string percent(double part, double whole)

@@ -12,6 +12,8 @@ namespace qmevents::markup {
 std::string words(const std::string& text);
 std::string strong(const std::string& markup);
 std::string small(const std::string& markup);
+/// A link called `name` that runs a command; `call` as a script writes it: "ViewEvent(12)".
+std::string commandLink(const std::string& call, const std::string& name);
 /// A link that opens an event on one of its tabs ("events_overview").
 std::string eventLink(std::int32_t eventId, const std::string& tab, const std::string& name);
 /// How much of `whole`, which is more than 0, `part` is: a bar, which shows more as the whole.

@@ -20,6 +20,7 @@ void addFields(const HostEvent& event)
     if (!listKey.isText() || listKey.text().empty()) return;
     if (const auto started = eventsManage()->startedMailing(listKey.text())) {
         put(event.data(), "Reference", started->text());
+        put(event.data(), "MailingType", started->type);
     }
 }
 

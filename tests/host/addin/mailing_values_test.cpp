@@ -65,8 +65,9 @@ protected:
     std::string referenceOf(const std::string& listKey)
     {
         auto data = puppet("MailingFields");
-        data->holds("ListKey", listKey).holds("Reference", "");
+        data->holds("ListKey", listKey).holds("Reference", "").holds("MailingType", "");
         host.session->raise("mailing-fields", data);
+        mailingType = toText(get(Ref<Object>(data), "MailingType"));
         return toText(get(Ref<Object>(data), "Reference"));
     }
     /// The values of the donors as "donor field=value" by donor and field.
@@ -94,6 +95,7 @@ protected:
     FullEvent made;
     std::map<std::string, std::string> ofEvent; // as the first donor reads it
     std::set<std::string> fields;
+    std::string mailingType;
 };
 INSTANTIATE_TEST_SUITE_P(Both, MailingValues, ::testing::Values(Dialect::sqlServer, Dialect::jet),
                          testNameOf);
@@ -134,6 +136,7 @@ TEST_P(MailingValues, AreThoseOfTheChoiceForEachKindOfMailing)
     for (const auto& one : cases) {
         SCOPED_TRACE(std::string(one.type) + one.activities);
         const std::string reference = start(one.type, one.sponsorships, one.others, one.activities);
+        EXPECT_EQ(mailingType, one.type);
         EXPECT_EQ(values(reference, {1, 2}), one.values);
         EXPECT_EQ(host.statements.size(), one.statements);
         EXPECT_EQ(ofEvent, (std::map<std::string, std::string>{

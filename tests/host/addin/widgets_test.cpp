@@ -140,6 +140,8 @@ TEST_P(Widgets, ShowHowFullUpcomingEventsAre)
     event("Run", Date::of(2026, 12, 1), 0, 8, 0);
     event("Talk", Date::of(2026, 12, 2), 0, 0, 0);
     event("Too far", Date::of(2027, 2, 20), 5, 5, 0);
+    insert("events_list_eventlocations", "Name", "'Hall & Yard'");
+    host.execute("UPDATE events_event_info SET FKLocationId = 1 WHERE Id = 2");
     for (const char* activity : {"2, 'Seat', 0", "2, 'Banner', 1", "3, 'Start', 0"}) {
         insert("events_event_activities", "FKEventId, Name, Sponsorship", activity);
     }
@@ -152,13 +154,14 @@ TEST_P(Widgets, ShowHowFullUpcomingEventsAre)
     }
     const std::string gala = "<small>Today 7:00 PM</small>" + cells +
                              link(2, "overview", "&lt;b&gt;&quot;Gala&quot; &amp; Co&lt;/b&gt;") +
-                             cells + "<meter min=\"0\" max=\"4\" value=\"4\">100%</meter>" + cells +
+                             cells + "Hall &amp; Yard" + cells +
+                             "<meter min=\"0\" max=\"4\" value=\"4\">100%</meter>" + cells +
                              "4 of 4 places <strong>Full</strong>";
     const std::string run = "<small>12/1/26</small>" + cells + link(3, "overview", "Run") + cells +
-                            "<meter min=\"0\" max=\"8\" value=\"2\">25%</meter>" + cells +
+                            cells + "<meter min=\"0\" max=\"8\" value=\"2\">25%</meter>" + cells +
                             "2 of 8 hoped for";
-    const std::string talk =
-        "<small>12/2/26</small>" + cells + link(4, "overview", "Talk") + cells + cells + "0 coming";
+    const std::string talk = "<small>12/2/26</small>" + cells + link(4, "overview", "Talk") +
+                             cells + cells + cells + "0 coming";
     EXPECT_EQ(shown("events-upcoming"), table(gala + rows + run + rows + talk));
     EXPECT_EQ(set("events-upcoming", {{"rows", " 1 "}, {"days", "3"}}), "");
     EXPECT_EQ(shown("events-upcoming"), table(gala));
@@ -187,12 +190,19 @@ TEST_P(Widgets, ShowTheUsersOpenTasksOverdueOnesFirst)
                "1, '" + qmevents::text::replaceAll(task.name, "'", "''") + "', " + task.due + ", " +
                    std::to_string(task.assignee) + ", " + std::to_string(task.completed));
     }
-    EXPECT_EQ(shown("events-my-tasks"),
-              table("<small>Today</small>" + cells + link(1, "tasks", "Today") + cells + "Gala" +
-                    rows + "<strong>Overdue</strong> <small>Today 9:00 AM</small>" + cells +
-                    link(1, "tasks", "&lt;Late&gt;") + cells + "Gala" + rows +
-                    "<small>11/25/26</small>" + cells + link(1, "tasks", "Later") + cells + "Gala" +
-                    rows + cells + link(1, "tasks", "Undated") + cells + "Gala"));
+    const auto row = [](const std::string& due, int task, const std::string& name) {
+        return due + cells + link(1, "tasks", name) + cells + "Gala" + cells +
+               "<a href=\"javascript:App.Modules.Events.Objects('Workflow').Events."
+               "CompleteEventTask(1," +
+               std::to_string(task) + ");\">Complete</a>";
+    };
+    EXPECT_EQ(
+        shown("events-my-tasks"),
+        table(row("<strong>Overdue</strong> <small>Today 9:00 AM</small>", 4, "&lt;Late&gt;") +
+              rows + row("<small>Today</small>", 3, "Today") + rows +
+              row("<small>11/25/26</small>", 1, "Later") + rows + row("", 2, "Undated")));
+    host.session->sql().hostExecute("DELETE FROM host_user_rights WHERE name = 'events/edit'");
+    EXPECT_EQ(shown("events-my-tasks").find("Complete"), std::string::npos);
 }
 
 TEST_P(Widgets, SumTheSeasonsIncomeAsTheEventsDo)
