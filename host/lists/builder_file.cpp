@@ -35,6 +35,8 @@ private:
     std::string place(pugi::xml_node node) const;
     static Choices choicesIn(pugi::xml_node node);
     Choices choicesOf(pugi::xml_node filter) const;
+    void readSource(pugi::xml_node node);
+    std::vector<ListSource> sourcesOf(const std::string& expressions) const;
     void readField(pugi::xml_node node);
     void readFilter(pugi::xml_node node, const ListField* owner);
     template <typename Read>
@@ -46,6 +48,7 @@ private:
 
     std::string content_, shownAs_;
     std::map<std::string, Choices> namedChoices_;
+    std::vector<ListSource> sources_;
     BuilderFile result_;
 };
 
@@ -109,6 +112,23 @@ Reader::Choices Reader::choicesOf(pugi::xml_node filter) const
     return named->second;
 }
 
+void Reader::readSource(pugi::xml_node node)
+{
+    ListSource source{.key = required(node, "key"),
+                      .query = std::string(qmevents::text::trim(node.text().get()))};
+    if (source.query.empty()) throw Unusable{"the source \"" + source.key + "\" has no query"};
+    sources_.push_back(std::move(source));
+}
+
+std::vector<ListSource> Reader::sourcesOf(const std::string& expressions) const
+{
+    std::vector<ListSource> found;
+    for (const ListSource& source : sources_) {
+        if (expressions.find("{" + source.key + "}") != std::string::npos) found.push_back(source);
+    }
+    return found;
+}
+
 void Reader::readField(pugi::xml_node node)
 {
     ListField field{.name = required(node, "name"),
@@ -120,6 +140,7 @@ void Reader::readField(pugi::xml_node node)
                     .origin = place(node)};
     if (field.kind == ListKind::choice) throw Unusable{"a field cannot be a choice"};
     if (field.value.empty()) throw Unusable{"the field \"" + field.name + "\" has no value"};
+    field.sources = sourcesOf(field.value);
     const auto known = std::ranges::any_of(result_.offer.fields, [&](const ListField& other) {
         return sameName(other.name, field.name);
     });
@@ -150,6 +171,7 @@ void Reader::readFilter(pugi::xml_node node, const ListField* owner)
         if (criterion.value.empty()) criterion.value = owner->value;
     }
     if (criterion.key.empty()) throw Unusable{"the attribute \"key\" is missing"};
+    criterion.sources = sourcesOf(criterion.value + criterion.condition);
     const bool isChoice = criterion.kind == ListKind::choice;
     if (isChoice) {
         const Choices choices = choicesOf(node);
@@ -186,12 +208,15 @@ BuilderFile Reader::read(const std::string& type)
         for (const pugi::xml_node node : root.children("choices")) {
             guarded(node, [&] { namedChoices_[required(node, "key")] = choicesIn(node); });
         }
+        for (const pugi::xml_node node : root.children("source")) {
+            guarded(node, [&] { readSource(node); });
+        }
         for (const pugi::xml_node node : root.children()) {
             guarded(node, [&] {
                 const std::string_view name = node.name();
                 if (name == "field") return readField(node);
                 if (name == "filter") return readFilter(node, nullptr);
-                if (name != "choices")
+                if (name != "choices" && name != "source")
                     throw Unusable{"<" + std::string(name) + "> is no part of a list-builder file"};
             });
         }

@@ -37,6 +37,7 @@ ListCriterion criterionOf(const ListField& field)
             .group = field.group,
             .kind = field.kind,
             .value = field.value,
+            .sources = field.sources,
             .operation = field.operation,
             .origin = field.origin};
 }

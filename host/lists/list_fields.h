@@ -15,15 +15,22 @@ enum class ListKind { text, yesNo, date, money, number, choice };
 std::optional<ListKind> listKind(std::string_view name);
 std::string_view nameOf(ListKind kind);
 
+/// Rows that fields share: a query that a statement reads once, joined by its column RecordId.
+struct ListSource {
+    std::string key = {}; ///< "{key}" in an expression stands for the joined rows.
+    std::string query = {};
+};
+
 /// What a list can show of its records.
 struct ListField {
     std::string name = {}, caption = {}, group = {};
     ListKind kind = ListKind::text;
     /// A scalar SQL expression in which "{id}" stands for the record's key.
     std::string value = {};
-    std::string operation = {}; ///< The right that a user needs; empty for none.
-    std::string origin = {};    ///< Where it is defined, for messages; empty for the host's own.
-    std::string fault = {};     ///< Why it cannot be used; empty when it can.
+    std::vector<ListSource> sources = {}; ///< Those that `value` speaks of.
+    std::string operation = {};           ///< The right that a user needs; empty for none.
+    std::string origin = {}; ///< Where it is defined, for messages; empty for the host's own.
+    std::string fault = {};  ///< Why it cannot be used; empty when it can.
     std::int32_t width = 100;
     bool isShown = false; ///< A new list shows it.
 };
@@ -38,11 +45,12 @@ struct ListCriterion {
     std::vector<std::pair<std::string, std::string>> fixedChoices = {};
     /// Of a choice: a condition in which "{values}" stands for the chosen keys.
     std::string condition = {};
-    bool hasTextKeys = false;   ///< The keys of the choices are texts.
-    std::string owner = {};     ///< The field that it belongs to, if any.
-    std::string operation = {}; ///< The right that a user needs; empty for none.
-    std::string origin = {};    ///< Where it is defined, for messages.
-    std::string fault = {};     ///< Why it cannot be used; empty when it can.
+    std::vector<ListSource> sources = {}; ///< Those that `value` and `condition` speak of.
+    bool hasTextKeys = false;             ///< The keys of the choices are texts.
+    std::string owner = {};               ///< The field that it belongs to, if any.
+    std::string operation = {};           ///< The right that a user needs; empty for none.
+    std::string origin = {};              ///< Where it is defined, for messages.
+    std::string fault = {};               ///< Why it cannot be used; empty when it can.
 };
 
 /// Fields and criteria in the order in which they are offered.

@@ -11,10 +11,47 @@ namespace {
 
 using qmevents::text::sameName;
 
-std::string ready(const std::string& expression, const ListTools& tools)
-{
-    return tools.periods.in(qmevents::text::replaceAll(expression, "{id}", "d.id"));
-}
+/// The tables of a statement: the records, and the sources that its expressions speak of.
+class Tables {
+public:
+    Tables(const ListType& type, const ListTools& tools) : type_(type), tools_(tools) {}
+
+    /// The expression as it stands in the statement; joins its sources.
+    std::string ready(std::string expression, const std::vector<ListSource>& sources)
+    {
+        for (const ListSource& source : sources) {
+            expression = qmevents::text::replaceAll(expression, "{" + source.key + "}",
+                                                    aliasOf(source.query));
+        }
+        return tools_.periods.in(qmevents::text::replaceAll(expression, "{id}", "d.id"));
+    }
+    std::string text() const
+    {
+        std::string text = type_.source;
+        for (std::size_t i = 0; i < queries_.size(); ++i) {
+            // Jet wants each further join around those before it.
+            if (i > 0) text = "(" + text + ")";
+            const std::string alias = numbered(i);
+            text += " LEFT JOIN (" + tools_.periods.in(queries_[i]) + ") AS " + alias +
+                    " ON d.id = " + alias + ".RecordId";
+        }
+        return text;
+    }
+
+private:
+    static std::string numbered(std::size_t index) { return "s" + std::to_string(index + 1); }
+    std::string aliasOf(const std::string& query)
+    {
+        const auto known = std::ranges::find(queries_, query);
+        const auto index = static_cast<std::size_t>(known - queries_.begin());
+        if (known == queries_.end()) queries_.push_back(query);
+        return numbered(index);
+    }
+
+    const ListType& type_;
+    const ListTools& tools_;
+    std::vector<std::string> queries_;
+};
 
 const std::string& calledBy(const std::string& caption, const std::string& name)
 {
@@ -24,7 +61,7 @@ const std::string& calledBy(const std::string& caption, const std::string& name)
 class Maker {
 public:
     Maker(const ListSchema& schema, const ListDefinition& definition, const ListTools& tools)
-        : schema_(schema), definition_(definition), tools_(tools)
+        : schema_(schema), definition_(definition), tools_(tools), tables_(*schema.type, tools)
     {
     }
     ListStatement make();
@@ -46,6 +83,7 @@ private:
     const ListSchema& schema_;
     const ListDefinition& definition_;
     const ListTools& tools_;
+    Tables tables_;
     ListStatement made_;
     std::vector<std::string> conditions_;
 };
@@ -93,8 +131,8 @@ void Maker::makeConditions()
             continue;
         }
         ListCriterion made = *criterion;
-        made.value = ready(made.value, tools_);
-        made.condition = ready(made.condition, tools_);
+        made.value = tables_.ready(made.value, made.sources);
+        made.condition = tables_.ready(made.condition, made.sources);
         ListCondition condition = conditionOf(made, filter, tools_.dialect);
         if (condition.fault.empty()) {
             conditions_.push_back(std::move(condition.sql));
@@ -134,7 +172,7 @@ ListStatement Maker::make()
                         type.eventId + " AS RowEventId";
     std::string outer = "SELECT q.Id, q.RowDonorId, q.RowEventId";
     const auto readToo = [&](const ListField& field) {
-        inner += ", " + ready(field.value, tools_) + " AS [" + field.name + "]";
+        inner += ", " + tables_.ready(field.value, field.sources) + " AS [" + field.name + "]";
     };
     for (const ListField& field : made_.columns) {
         readToo(field);
@@ -142,7 +180,7 @@ ListStatement Maker::make()
     }
     const ListField* sort = sortField();
     if (sort && !isShown(*sort)) readToo(*sort);
-    inner += std::string(" FROM ") + type.source + " WHERE " + conditionOfAll();
+    inner += " FROM " + tables_.text() + " WHERE " + conditionOfAll();
     const std::string direction = definition_.sortsDown ? " DESC" : "";
     made_.text = outer + " FROM (" + inner + ") q ORDER BY " +
                  (sort ? "q.[" + sort->name + "]" + direction + ", q.Id" : "q.Id" + direction);
@@ -159,18 +197,21 @@ ListStatement listStatement(const ListSchema& schema, const ListDefinition& defi
 
 std::string probeOf(const ListType& type, const ListField& field, const ListTools& tools)
 {
-    return "SELECT " + ready(field.value, tools) + " AS Probe FROM " + type.source + " WHERE 1 = 0";
+    Tables tables(type, tools);
+    const std::string value = tables.ready(field.value, field.sources);
+    return "SELECT " + value + " AS Probe FROM " + tables.text() + " WHERE 1 = 0";
 }
 
 std::string probeOf(const ListType& type, const ListCriterion& criterion, const ListTools& tools)
 {
     const bool isChoice = criterion.kind == ListKind::choice;
     const std::string none = criterion.hasTextKeys ? "''" : "0";
+    Tables tables(type, tools);
+    const std::string made =
+        tables.ready(isChoice ? criterion.condition : criterion.value, criterion.sources);
     const std::string condition =
-        isChoice ? qmevents::text::replaceAll(ready(criterion.condition, tools), "{values}", none)
-                 : ready(criterion.value, tools) + " IS NULL";
-    return std::string("SELECT d.id AS Probe FROM ") + type.source + " WHERE 1 = 0 AND (" +
-           condition + ")";
+        isChoice ? qmevents::text::replaceAll(made, "{values}", none) : made + " IS NULL";
+    return "SELECT d.id AS Probe FROM " + tables.text() + " WHERE 1 = 0 AND (" + condition + ")";
 }
 
 } // namespace refhost

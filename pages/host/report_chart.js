@@ -70,19 +70,14 @@ function legend(d3, series) {
     return build("ul", { className: "legend" }, ...items);
 }
 
-/**
- * Bars to the right, a group of them for each category, whose name stands before them or, where
- * that would leave no room, above; gives the height.
- */
+/** Bars to the right, a group of them for each category; gives the height. */
 function drawBars(d3, svg, { categories, series, marks, isMoney }, width, format) {
-    const longest = Math.max(...categories.map(({ length }) => length)) * letter + gap;
-    const isNarrow = longest > width * 0.3;
-    const left = isNarrow ? 1 : Math.ceil(longest);
-    const head = isNarrow ? 18 : 0;
+    const longest = Math.max(...categories.map(({ length }) => length));
+    const left = Math.ceil(Math.min(width * 0.38, longest * letter + gap));
     const group = series.length * bar;
-    const height = categories.length * (head + group + gap);
+    const height = categories.length * (group + gap);
     const x = d3.scaleLinear().domain(extent(marks)).nice().range([left, width - valueRoom]);
-    const top = ({ at, one }) => at * (head + group + gap) + gap / 2 + head + one * bar;
+    const top = ({ at, one }) => at * (group + gap) + gap / 2 + one * bar;
     const words = (value) => figureWords(value, isMoney, format);
 
     svg.append("g").attr("class", "axis").attr("transform", `translate(0,${height})`).call(
@@ -90,11 +85,9 @@ function drawBars(d3, svg, { categories, series, marks, isMoney }, width, format
             .tickSize(-height).tickPadding(8)
             .tickFormat(words),
     );
-    svg.selectAll("text.name").data(categories).join("text")
-        .attr("class", isNarrow ? "name above" : "name")
-        .attr("x", isNarrow ? 0 : left - 8)
-        .attr("y", (_, at) => top({ at, one: 0 }) + (isNarrow ? -head / 2 : group / 2))
-        .attr("dy", "0.35em").text((name) => shortened(name, Math.floor(width / letter)));
+    svg.selectAll("text.name").data(categories).join("text").attr("class", "name")
+        .attr("x", left - 8).attr("y", (_, at) => top({ at, one: 0 }) + group / 2)
+        .attr("dy", "0.35em").text((name) => shortened(name, Math.floor((left - gap) / letter)));
     svg.selectAll("rect").data(marks).join("rect")
         .attr("class", ({ one }) => `series-${one}`)
         .attr("x", ({ value }) => x(Math.min(0, value)))

@@ -65,28 +65,29 @@ function isoDate(field, format) {
 }
 
 /**
- * One of `choices`, { id, name }, whose ids may be numbers or texts. The value is the id, blank for
- * none, which is offered as `none` where there is no value yet or none is needed. A value that is
- * no longer among the choices stays until another is chosen.
+ * One of `choices`, { id, name }, whose ids may be numbers or texts; `none` is offered besides. The
+ * value is the id, blank for none. One that is no longer offered stays until another is chosen.
  */
-function pick({ none = "", required }, format, choices) {
+function pick({ none = "" }, format, choices) {
     const control = document.createElement("select");
+    const isNone = (value) => value === undefined || value === null || value === "" || value === 0;
     const choiceOf = (value) => choices.find(({ id }) => String(id) === String(value));
     const nameOf = (value) => choiceOf(value)?.name ?? "(no longer exists)";
     return {
         ...asTyped(control),
         parts: [{ control }],
         display(value) {
-            const chosen = String(value ?? "");
+            const offered = isNone(value) || choiceOf(value) ? [] : [new Option(nameOf(value), value)];
+            const none0 = choiceOf(0) ? [] : [new Option(none, "")];
             control.replaceChildren(
-                ...(chosen && required ? [] : [new Option(none, "")]),
+                ...none0,
                 ...choices.map(({ id, name }) => new Option(name, id)),
-                ...(chosen && !choiceOf(chosen) ? [new Option(nameOf(chosen), chosen)] : []),
+                ...offered,
             );
-            control.value = chosen;
+            control.value = isNone(value) && !choiceOf(value) ? "" : String(value);
         },
         parse: () => ({ value: choiceOf(control.value)?.id ?? control.value }),
-        text: (value) => (String(value ?? "") ? nameOf(value) : none),
+        text: (value) => (isNone(value) && !choiceOf(value) ? none : nameOf(value)),
     };
 }
 

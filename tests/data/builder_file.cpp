@@ -55,7 +55,7 @@ std::string declared(const pugi::xml_node& node, std::initializer_list<const cha
 } // namespace
 
 BuilderFile::BuilderFile(Dialect dialect, const std::string& type)
-    : table(type == "donors" ? "donor_donors" : "donor_gifts")
+    : table(type == "donors" ? "donor_donors" : "donor_gifts"), from(table + " AS d")
 {
     const std::string path = SOURCE_FOLDER "cache/lists/builder-" + type +
                              (dialect == Dialect::sqlServer ? "-sql.xml" : ".xml");
@@ -64,11 +64,21 @@ BuilderFile::BuilderFile(Dialect dialect, const std::string& type)
         throw std::runtime_error(path + ": " + read.description());
     }
     const auto root = file.document_element();
+    std::vector<std::string> sources;
+    for (const auto& found : root.select_nodes("source")) {
+        const std::string key = sources.emplace_back(found.node().attribute("key").as_string());
+        from = "(" + from + " LEFT JOIN (" + filled(dialect, found.node().text().as_string()) +
+               ") AS " + key + " ON d.id = " + key + ".RecordId)";
+    }
+    // No parentheses around the whole.
+    if (from.starts_with('(')) from = from.substr(1, from.size() - 2);
     for (const auto& found : root.select_nodes("field")) {
         const auto field = found.node();
+        std::string value = filled(dialect, field.child("value").text().as_string());
+        for (const std::string& key : sources) value = replaceAll(value, "{" + key + "}", key);
         fields.push_back({field.attribute("name").as_string(),
                           declared(field, {"name", "caption", "kind", "group", "operation"}),
-                          filled(dialect, field.child("value").text().as_string())});
+                          std::move(value)});
     }
     for (const auto& found : root.select_nodes(".//filter")) {
         const auto filter = found.node();
@@ -87,7 +97,7 @@ std::string BuilderFile::statement(const std::string& where) const
 {
     std::string text = "SELECT d.id AS Id";
     for (const BuilderField& field : fields) text += ", " + field.value + " AS " + field.name;
-    return text + " FROM " + table + " d WHERE d.deleted = 0" +
+    return text + " FROM " + from + " WHERE d.deleted = 0" +
            (where.empty() ? "" : " AND (" + replaceAll(where, "{id}", "d.id") + ")");
 }
 

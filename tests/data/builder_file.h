@@ -26,7 +26,7 @@ struct BuilderFile {
     /// Keys or names of the records with every field, as one statement; `where` may hold {id}.
     std::string statement(const std::string& where = "") const;
 
-    std::string table;
+    std::string table, from; ///< The records' table, and with the sources of the fields.
     std::vector<BuilderField> fields;
     std::vector<BuilderFilter> filters;
 };

@@ -154,7 +154,8 @@ TEST_P(ListFields, NameTheFirstAndTheMostRecentEventWhateverTies)
     for (const BuilderField& field : donors_.fields) {
         if (field.value.find("TOP 1") == std::string::npos) continue;
         const auto open = field.value.find("SELECT");
-        std::string alone = field.value.substr(open, field.value.rfind(')') - open);
+        std::string alone =
+            field.value.substr(open, field.value.find(')', field.value.find("ORDER BY")) - open);
         alone.replace(alone.find("d.id"), 4, std::to_string(ida_));
         EXPECT_EQ(db_.sql().query(alone)->recordCount(), 1) << field.name;
     }
@@ -281,7 +282,7 @@ TEST_P(ListFields, TellAGiftsEventByEitherOfItsLinks)
     }
 }
 
-TEST_P(ListFields, ComeInOneStatementThatReadsEventsByIndexesAlone)
+TEST_P(ListFields, ComeInOneStatementThatReadsNoTableThroughForEachRecord)
 {
     for (const char* type : {"donors", "donations"}) {
         const BuilderFile file(GetParam(), type);
@@ -291,18 +292,17 @@ TEST_P(ListFields, ComeInOneStatementThatReadsEventsByIndexesAlone)
         db_.sql().execute(
             (GetParam() == Dialect::sqlServer ? "CREATE VIEW " : "CREATE PROCEDURE ") + view +
             " AS " + statement);
-        int scans = 0;
+        // Steps with their parents: a table is read through once for the statement or not at all.
+        std::map<std::int64_t, std::string> inside{{0, "statement"}};
         for (const HostRow& step :
              db_.sql().hostQuery("EXPLAIN QUERY PLAN SELECT * FROM " + view)) {
             const auto& what = std::get<std::string>(step[3]);
-            scans += what == "SCAN d";
-            // A query of the rows that were searched for is no table.
+            const std::string& around = inside[std::get<std::int64_t>(step[1])];
+            inside[std::get<std::int64_t>(step[0])] = around == "statement" ? what : around;
             const bool table = what.starts_with("SCAN ") && !what.starts_with("SCAN (");
-            EXPECT_TRUE(!table || what == "SCAN d") << what;
-            EXPECT_EQ(what.find("MATERIALIZE"), std::string::npos) << what;
-            EXPECT_EQ(what.find("AUTOMATIC"), std::string::npos) << what;
+            const bool once = around.starts_with("MATERIALIZE");
+            EXPECT_TRUE(!table || what == "SCAN d" || once) << around << ": " << what;
         }
-        EXPECT_EQ(scans, 1);
     }
 }
 

@@ -46,6 +46,8 @@ TEST(BuilderFiles, AreReadUpToWhatIsWrongWithThem)
         {"<listbuilder type=\"donors\">" + good +
              "\n<filter key=\"k\" caption=\"F\" kind=\"choice\" choices=\"towns\"/></listbuilder>",
          "builder.xml, line 2: there are no choices \"towns\".;"},
+        {"<listbuilder type=\"donors\">" + good + "\n<source key=\"s\"/></listbuilder>",
+         "builder.xml, line 2: the source \"s\" has no query.;"},
     };
     for (const auto& [text, warning] : cases) {
         SCOPED_TRACE(warning);
@@ -55,6 +57,31 @@ TEST(BuilderFiles, AreReadUpToWhatIsWrongWithThem)
     }
     std::filesystem::remove(host.file());
     EXPECT_EQ(warningsOf(host), "builder.xml: the file was not found.;");
+}
+
+TEST(BuilderFiles, ShareSourcesAndChoices)
+{
+    for (const Dialect dialect : {Dialect::sqlServer, Dialect::jet}) {
+        const ListHost host(dialect);
+        host.writeFile("<listbuilder type=\"donors\"><choices key=\"one\"><choice id=\"2\">Two"
+                       "</choice></choices><filter key=\"f\" kind=\"choice\" caption=\"F\" "
+                       "choices=\"one\"><condition>{few}.Items IS NULL AND {id} IN ({values})"
+                       "</condition></filter><field name=\"gifts\" caption=\"G\" kind=\"number\">"
+                       "<value>{many}.Items + {few}.Items</value></field>"
+                       "<source key=\"few\">SELECT n.id AS RecordId, n.id AS Items FROM "
+                       "donor_donors n WHERE n.id &lt;&gt; 2</source><source key=\"many\">SELECT "
+                       "n.id AS RecordId, n.id * 10 AS Items FROM donor_donors n</source>"
+                       "<field name=\"largest\" caption=\"L\" kind=\"number\">"
+                       "<value>{few}.Items</value></field></listbuilder>");
+        const auto list = host.newList();
+        put(list, "Columns", textsAsArray({"gifts", "largest"}));
+        put(list, "Sort", "gifts");
+        const auto result = host.run(list);
+        EXPECT_EQ(column(getObject(result, "Warnings"), ""), "");
+        EXPECT_EQ(keysOf(result, 3).substr(0, 10), "null 11 33");
+        EXPECT_EQ(host.held("f", "anyof", {"2"}), "2 ");
+        EXPECT_EQ(host.held("largest", "atleast", {"2"}).substr(0, 2), "3 ");
+    }
 }
 
 TEST(BuilderFiles, LoseOnlyTheFieldsThatTheEngineRefuses)
