@@ -287,7 +287,7 @@ TEST_P(ListFields, ComeInOneStatementThatReadsNoTableThroughForEachRecord)
     for (const char* type : {"donors", "donations"}) {
         const BuilderFile file(GetParam(), type);
         const std::string statement = file.statement();
-        EXPECT_LT(statement.size(), 32000u) << "half of what Jet takes";
+        EXPECT_LT(statement.size(), 16000u) << "a quarter of what Jet takes";
         const std::string view = std::string("listed_") + type;
         db_.sql().execute(
             (GetParam() == Dialect::sqlServer ? "CREATE VIEW " : "CREATE PROCEDURE ") + view +
