@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include "tests/support/scripted_host.h"
 
 namespace qmevents {
@@ -75,17 +73,6 @@ TEST_P(SignIn, ShowsTheProgressOfARepairAndEndsWithTheChosenPage)
     EXPECT_TRUE(log.front().starts_with("SELECT 0 AS Place, COUNT(*) AS Broken FROM "));
     log.erase(log.begin());
     EXPECT_EQ(log, expected);
-}
-
-TEST_P(SignIn, TakesAClosedProgressDialogForANo)
-{
-    isBroken({{0, 9}});
-    host.onDoEvents = [&] { host.closeDialog(false); };
-    const Log log = signIn();
-    EXPECT_EQ(log.back(), "Dialog.ClearClipboard");
-    EXPECT_EQ(std::ranges::count(log, "RollbackTrans"), 1);
-    EXPECT_EQ(std::ranges::count(log, "Dialog.Close "), 0) << "it is closed already";
-    EXPECT_TRUE(std::ranges::none_of(log, [](auto& line) { return line.starts_with("UPDATE"); }));
 }
 
 TEST_P(SignIn, StaysOnTheHostsPageUnlessTheUserMayAndWantsToSeeTheEvents)

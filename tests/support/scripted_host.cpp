@@ -181,14 +181,6 @@ void ScriptedHost::answer(const std::string& part, Rows rows)
     answers_.insert(answers_.begin(), {part, std::move(rows)});
 }
 
-void ScriptedHost::closeDialog(bool result)
-{
-    dialogReturnValue_ = Value(result);
-    if (!dialogHandler_.isObject() || dialogHandler_.isNothing()) return;
-    Value closing[] = {Value("events/page"), Value(false)};
-    invokeNamed(dialogHandler_.object(), "OnDialogClose", CallKind::method, closing);
-}
-
 void ScriptedHost::statement(const std::string& text)
 {
     log.push_back(text);
@@ -496,7 +488,6 @@ Ref<Object> ScriptedHost::makeUtils()
     auto utils = puppet("Utils");
     utils->on("DoEvents", [this](std::span<Value>) {
         log.emplace_back("DoEvents");
-        if (onDoEvents) onDoEvents();
         return Value();
     });
     utils->on("GetGuid", [](std::span<Value>) { return Value("{1}"); });

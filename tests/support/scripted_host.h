@@ -50,11 +50,8 @@ public:
     std::map<std::int32_t, std::string> donors;          ///< Display names by id.
     std::map<std::string, Value> dialogValues;
     /// What the page in a dialog does before it closes; the return value. A dialog that nobody
-    /// waits for stays open until somebody closes it.
+    /// waits for stays open.
     std::function<Value()> dialogPage;
-    std::function<void()> onDoEvents; ///< What happens while the host handles its input.
-    /// The user closes the dialog that was left open.
-    void closeDialog(bool result);
     bool saysYes = false;                    ///< The answer to every question.
     std::optional<std::int32_t> chosenDonor; ///< What the donor chooser gives; cancelled without.
     std::int32_t requiredSchema = 2;

@@ -12,17 +12,10 @@ using Seen = std::vector<std::string>;
 
 std::string shown(const HostValue& value)
 {
-    return std::visit(
-        []<typename T>(const T& held) -> std::string {
-            if constexpr (std::is_same_v<T, std::string>) {
-                return held;
-            } else if constexpr (std::is_arithmetic_v<T>) {
-                return std::to_string(held);
-            } else {
-                return "null";
-            }
-        },
-        value);
+    if (const auto* number = std::get_if<std::int64_t>(&value)) return std::to_string(*number);
+    if (const auto* real = std::get_if<double>(&value)) return std::to_string(*real);
+    const auto* text = std::get_if<std::string>(&value);
+    return text ? *text : "null";
 }
 
 /// Every row that sign-in could touch, as text.
@@ -62,29 +55,14 @@ protected:
         const auto coordinator = toObject(call(host.lists(), "GetNewItem", "eventcoordinator"));
         put(coordinator, "FKdonorId", 2);
         EXPECT_TRUE(toBool(call(host.lists(), "UpdateEventCoordinator", coordinator)));
-        for (int event = 1; event <= 2; ++event) {
-            const FullEvent made = filler.fill();
-            host.execute("UPDATE events_event_info SET FKCoordinatorId = 2, FKFundId = 1, "
-                         "FKCampaignId = 2, FKAppealId = 1 WHERE Id = " +
-                         std::to_string(made.event));
-            host.execute("UPDATE events_event_activities SET FKFundId = 2, FKCampaignId = 1, "
-                         "FKAppealId = 2 WHERE Id = " +
-                         std::to_string(made.activity));
-            host.execute("UPDATE events_event_tasks SET FKAssignedToId = " + std::to_string(event) +
-                         " WHERE Id = " + std::to_string(made.task));
-        }
+        filler.fill();
+        filler.fill();
+        host.execute("UPDATE events_event_info SET FKCoordinatorId = 2, FKFundId = 1, "
+                     "FKCampaignId = 2, FKAppealId = 1");
+        host.execute("UPDATE events_event_activities SET FKFundId = 2, FKCampaignId = 1, "
+                     "FKAppealId = 2");
+        host.execute("UPDATE events_event_tasks SET FKAssignedToId = FKEventId");
     }
-    /// The first donor and all campaigns go; the groups, the participants, the reservations with
-    /// their gifts and lines, and the campaigns of events and activities are to be repaired.
-    void breakSomething() const
-    {
-        host.execute("DELETE FROM donor_donors WHERE id = 1");
-        host.execute("DELETE FROM donor_campaigns");
-        put(host.document(), "Preferences", "events", "signin-page", "events");
-    }
-    static constexpr int repairStatements = 7;
-    const std::string goesOn = "go obsidian://events/events-view";
-
     void signIn() const { host.session->raise("application-signin"); }
 
     WholeHost host{GetParam()};
@@ -159,50 +137,43 @@ TEST_P(ReferenceRepair, ClearsTheKeysOfDeletedCodesAndNoOthers)
     for (const auto& [query, cell] : cases) EXPECT_EQ(host.cell(query), cell) << query;
 }
 
-TEST_P(ReferenceRepair, RollsBackAfterAFailureTellsItAndSignsIn)
+TEST_P(ReferenceRepair, RollsBackAfterAFailureOrACancelAndSignsIn)
 {
-    breakSomething();
+    // The groups, the participants, the reservations with their gifts and lines, and the campaigns
+    // of events and activities.
+    constexpr int statements = 7;
+    host.execute("DELETE FROM donor_donors WHERE id = 1");
+    host.execute("DELETE FROM donor_campaigns");
+    put(host.document(), "Preferences", "events", "signin-page", "events");
     const std::string before = dump(host);
-    for (int failing = 0; failing <= repairStatements; ++failing) {
-        SCOPED_TRACE(failing);
-        host.frontEnd.seen.clear();
-        int left = failing;
-        host.session->sql().beforeStatement = [&](std::string_view) {
-            if (left-- == 0) throw qmevents::Error(3000, "Document", "the disk is full");
-        };
-        signIn();
-        host.session->sql().beforeStatement = nullptr;
-        EXPECT_EQ(dump(host), before);
-        const std::string told = "unexpected error the disk is full|";
-        EXPECT_EQ(host.frontEnd.seen,
-                  failing == 0 ? (Seen{told, goesOn})
-                               : (Seen{"open progressbar", "close progressbar", told, goesOn}));
+    const std::string goesOn = "go obsidian://events/events-view";
+    auto& engine = host.session->application().shell()->dialogEngine();
+    for (const bool fails : {true, false}) {
+        for (int done = fails ? 0 : 1; done <= statements; ++done) {
+            SCOPED_TRACE(std::string(fails ? "failure " : "cancel ") + std::to_string(done));
+            host.frontEnd.seen.clear();
+            int window = 0;
+            host.frontEnd.windows = {[&](int opened) { window = opened; }};
+            host.session->sql().beforeStatement = [&, left = done](std::string_view) mutable {
+                if (left-- != 0) return;
+                if (fails) throw qmevents::Error(3000, "Document", "the disk is full");
+                engine.closePage(window, false);
+            };
+            signIn();
+            host.session->sql().beforeStatement = nullptr;
+            EXPECT_EQ(dump(host), before);
+            Seen expected;
+            if (done > 0) expected = {"open progressbar", "close progressbar"};
+            if (fails) expected.emplace_back("unexpected error the disk is full|");
+            expected.push_back(goesOn);
+            EXPECT_EQ(host.frontEnd.seen, expected);
+        }
     }
     host.frontEnd.seen.clear();
     signIn();
     EXPECT_NE(dump(host), before);
     EXPECT_EQ(host.frontEnd.seen,
               (Seen{"open progressbar", "refresh", "close progressbar", goesOn}));
-}
-
-TEST_P(ReferenceRepair, RollsBackWhenTheUserClosesTheProgress)
-{
-    breakSomething();
-    const std::string before = dump(host);
-    auto& engine = host.session->application().shell()->dialogEngine();
-    for (int done = 1; done <= repairStatements; ++done) {
-        SCOPED_TRACE(done);
-        host.frontEnd.seen.clear();
-        host.frontEnd.windows = {[&](int window) {
-            host.session->sql().beforeStatement = [&, window, left = done](auto) mutable {
-                if (--left == 0) engine.closePage(window, false);
-            };
-        }};
-        signIn();
-        host.session->sql().beforeStatement = nullptr;
-        EXPECT_EQ(dump(host), before);
-        EXPECT_EQ(host.frontEnd.seen, (Seen{"open progressbar", "close progressbar", goesOn}));
-    }
 }
 
 } // namespace
