@@ -218,9 +218,16 @@ Piece Translator::between(const Expr& expr, Scope& scope)
     Piece high = value(*expr.arguments[2], scope);
     align(piece, low, expr.at);
     align(piece, high, expr.at);
+    std::string from = low.sql, to = high.sql;
+    if (!sqlServer()) {
+        // Jet takes the two ends in either order.
+        const std::string ends = "(" + collated(low.sql, low.type) + "," + high.sql + ")";
+        from = "min" + ends;
+        to = "max" + ends;
+    }
     return makeCondition("(" + collated(piece.sql, piece.type) +
-                         (expr.negated ? " NOT BETWEEN " : " BETWEEN ") + low.sql + " AND " +
-                         high.sql + ")");
+                         (expr.negated ? " NOT BETWEEN " : " BETWEEN ") + from + " AND " + to +
+                         ")");
 }
 
 Piece Translator::inList(const Expr& expr, Scope& scope)

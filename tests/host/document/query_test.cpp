@@ -113,6 +113,7 @@ TEST(Query, GivesTheSameRowsInBothDialects)
 TEST(Query, SpeaksSqlServer)
 {
     static constexpr Case cases[] = {
+        {"SELECT Id FROM donors WHERE Id BETWEEN 3 AND 2 OR Name BETWEEN 'c' AND 'B'", ""},
         {"SELECT 7 / 2 AS a, -7 / 2 AS b, 7 / 2.0 AS c, 7 % 4 AS d", "3|-3|3.5|3"},
         {"SELECT Amount / 4 AS a, Id / 2 AS b FROM gifts WHERE Id = 1", "2.625|0"},
         {"SELECT AVG(Id) AS a, AVG(Share) AS b FROM gifts", "2|1"},
@@ -168,6 +169,10 @@ TEST(Query, SpeaksSqlServer)
 TEST(Query, SpeaksJet)
 {
     static constexpr Case cases[] = {
+        {"SELECT Id FROM donors WHERE Id BETWEEN 3 AND 2", "2; 3"},
+        {"SELECT Id FROM donors WHERE Name BETWEEN 'c' AND 'B'", "2"},
+        {"SELECT Id FROM donors WHERE Born NOT BETWEEN #1990-01-01# AND #1980-01-01#", ""},
+        {"SELECT Id FROM donors WHERE Id BETWEEN Null AND 2", ""},
         {"SELECT 7 / 2 AS a, 7 \\ 2 AS b, 7 Mod 4 AS c, 2 ^ 3 AS d, -2 ^ 2 AS e FROM codes "
          "UNION ALL SELECT 7 / 2, 7 \\ 2, 7 Mod 4, 2 ^ 3, -2 ^ 2 FROM donors WHERE Id = 1",
          "3.5|3|3|8|-4"},

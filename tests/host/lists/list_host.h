@@ -91,8 +91,8 @@ inline ListHost::ListHost(Dialect dialect, std::shared_ptr<Database> shared,
     writeFile(R"(<listbuilder type="donors">
  <choices key="sizes"><choice id="50">Middle</choice><choice id="100">Large</choice></choices>
  <field name="gifts" caption="Number of gifts" kind="number" group="Module">
-  <value>(SELECT COUNT(*) FROM donor_gifts g WHERE g.donorId = {id} AND g.created BETWEEN
-   {PERIOD1START} AND {PERIOD1END})</value>
+  <value>(SELECT COUNT(*) FROM donor_gifts g WHERE g.donorId = {id} AND g.created &gt;=
+   {PERIOD1START} AND g.created &lt;= {PERIOD1END})</value>
   <filter kind="choice" caption="Gave for event">
    <choices>SELECT g.FKEventId AS Id, g.FKEventId AS Name FROM donor_gifts g</choices>
    <condition>{id} IN (SELECT g.donorId FROM donor_gifts g WHERE g.FKEventId IN ({values}))</condition>
