@@ -167,21 +167,19 @@ void Reports::checkRight(const std::string& key, const std::string& layoutOperat
 void Reports::takeList(reporting::Inquiry& inquiry, const Value& list) const
 {
     if (isNone(list)) return;
-    const bool takesList =
-        std::any_of(inquiry.layout.filters.begin(), inquiry.layout.filters.end(),
-                    [](const auto& plan) { return plan.kind == reporting::FilterKind::list; });
-    if (!takesList) {
+    const auto& filters = inquiry.layout.filters;
+    const auto filter = std::find_if(filters.begin(), filters.end(), [](const auto& plan) {
+        return plan.kind == reporting::FilterKind::list;
+    });
+    if (filter == filters.end()) {
         throw Error::with(ErrorNumber::invalidCall,
                           "the report " + inquiry.layout.key + " does not work on a list");
     }
     if (qmevents::isNumeric(list)) {
-        const Value id = qmevents::toInt32(list);
-        inquiry.source = qmevents::toText(call(smartLists_, "Source", id));
-        const auto found = qmevents::toObject(call(smartLists_, "GetList", id));
-        inquiry.sourceName = found ? qmevents::toText(get(found, "Name")) : std::string();
+        inquiry.values[static_cast<std::size_t>(filter - filters.begin())] =
+            qmevents::toInt32(list);
     } else {
         inquiry.source = qmevents::toText(list);
-        inquiry.sourceName = "the records that were chosen";
     }
 }
 
@@ -192,6 +190,7 @@ Ref<ReportRun> Reports::Open(const std::string& folder, const std::string& key,
     const std::string within = folderInAddIn(folder);
     auto inquiry = std::make_shared<reporting::Inquiry>();
     inquiry->context = context_;
+    inquiry->lists = smartLists_;
     inquiry->layout = reporting::readLayout(context_->addInPath + within, within, key);
     checkRight(key, inquiry->layout.operation);
     inquiry->values = reporting::defaultValues(context_, inquiry->layout);

@@ -39,7 +39,7 @@ public:
     const Members& members() const override;
 
     /// `smartLists` gives the records of a list by the list's id.
-    Reports(SharedContext context, Ref<Object> smartLists)
+    Reports(SharedContext context, Ref<SmartLists> smartLists)
         : context_(std::move(context)), smartLists_(std::move(smartLists))
     {
     }
@@ -67,7 +67,7 @@ private:
     void takeList(reporting::Inquiry& inquiry, const Value& list) const;
 
     SharedContext context_;
-    Ref<Object> smartLists_;
+    Ref<SmartLists> smartLists_;
 };
 
 /// An entry among the settings.

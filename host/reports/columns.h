@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "host/reports/answers_text.h"
 #include "host/reports/composer.h"
 #include "host/reports/figures.h"
 #include "host/reports/records.h"
+#include "host/reports/reservation_answers.h"
 
 namespace refhost::reporting {
 

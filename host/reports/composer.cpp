@@ -5,6 +5,7 @@
 #include <numeric>
 
 #include "host/reports/columns.h"
+#include "host/reports/statement.h"
 
 namespace refhost::reporting {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "host/reports/filters.h"
+#include "host/reports/answers.h"
 
 namespace refhost::reporting {
 

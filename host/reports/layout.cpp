@@ -1,17 +1,13 @@
 #include "host/reports/layout.h"
 
-#include <algorithm>
 #include <fstream>
-#include <initializer_list>
 #include <iterator>
-#include <string_view>
 #include <utility>
 
-#include "automation/conversions.h"
 #include "automation/error.h"
 #include "automation/text.h"
 #include "host/app/file_finder.h"
-#include "host/xml/xml_parser.h"
+#include "host/reports/layout_nodes.h"
 
 namespace refhost::reporting {
 
@@ -19,12 +15,6 @@ using qmevents::Error;
 using qmevents::ErrorNumber;
 
 namespace {
-
-template <typename T>
-struct Word {
-    const char* name;
-    T value;
-};
 
 constexpr Word<FilterKind> filterKinds[] = {
     {"date", FilterKind::date},         {"event", FilterKind::event},
@@ -45,11 +35,9 @@ constexpr Word<Totalled> totals[] = {
 };
 constexpr Word<bool> answers[] = {{"yes", true}, {"no", false}};
 
-using Names = std::initializer_list<std::string_view>;
-
-class Reader {
+class Reader : LayoutNodes {
 public:
-    Reader(Layout& layout, std::string text) : layout_(layout), text_(std::move(text)) {}
+    Reader(Layout& layout, std::string text) : LayoutNodes(layout, std::move(text)) {}
 
     void read()
     {
@@ -62,64 +50,6 @@ public:
     }
 
 private:
-    int lineOf(pugi::xml_node node) const
-    {
-        const auto offset = static_cast<std::ptrdiff_t>(node.offset_debug());
-        return 1 + static_cast<int>(std::count(text_.begin(), text_.begin() + offset, '\n'));
-    }
-
-    [[noreturn]] void fail(pugi::xml_node node, const std::string& reason) const
-    {
-        failAt(layout_, lineOf(node), reason);
-    }
-
-    static std::string nameOf(pugi::xml_node node) { return '<' + std::string(node.name()) + '>'; }
-
-    // A misspelt attribute or element is told, as it would silently do nothing.
-    void allow(pugi::xml_node node, Names required, Names optional, Names children) const
-    {
-        const auto isIn = [](Names names, std::string_view name) {
-            return std::find(names.begin(), names.end(), name) != names.end();
-        };
-        for (const std::string_view name : required) {
-            if (!node.attribute(std::string(name).c_str()))
-                fail(node, nameOf(node) + " needs the attribute " + std::string(name));
-        }
-        for (const pugi::xml_attribute attribute : node.attributes()) {
-            if (!isIn(required, attribute.name()) && !isIn(optional, attribute.name()))
-                fail(node, nameOf(node) + " has no attribute " + attribute.name());
-        }
-        for (const pugi::xml_node child : node.children()) {
-            if (child.type() == pugi::node_element && !isIn(children, child.name()))
-                fail(child, nameOf(child) + " cannot stand in " + nameOf(node));
-        }
-    }
-
-    static std::string attribute(pugi::xml_node node, const char* name)
-    {
-        return node.attribute(name).value();
-    }
-
-    template <typename T, std::size_t size>
-    T word(pugi::xml_node node, const char* name, const Word<T> (&words)[size], T fallback) const
-    {
-        const pugi::xml_attribute given = node.attribute(name);
-        if (!given) return fallback;
-        for (const Word<T>& known : words) {
-            if (std::string_view(known.name) == given.value()) return known.value;
-        }
-        fail(node, "\"" + std::string(given.value()) + "\" is no value of " + name);
-    }
-
-    double number(pugi::xml_node node, const char* name, double fallback) const
-    {
-        const pugi::xml_attribute given = node.attribute(name);
-        if (!given) return fallback;
-        const auto value = qmevents::parseNumber(given.value());
-        if (!value) fail(node, std::string(name) + " is a number");
-        return *value;
-    }
-
     void readReport(pugi::xml_node root)
     {
         allow(root, {"key", "title"}, {"orientation", "operation"},
@@ -399,9 +329,6 @@ private:
         }
         return result;
     }
-
-    Layout& layout_;
-    std::string text_;
 };
 
 } // namespace

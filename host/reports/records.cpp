@@ -1,6 +1,7 @@
 #include "host/reports/records.h"
 
 #include "automation/locale.h"
+#include "host/reports/statement.h"
 
 namespace refhost::reporting {
 

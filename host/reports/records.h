@@ -7,7 +7,7 @@
 
 #include "automation/text.h"
 #include "automation/value.h"
-#include "host/reports/filters.h"
+#include "host/reports/answers.h"
 
 namespace refhost::reporting {
 

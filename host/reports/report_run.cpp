@@ -3,6 +3,7 @@
 #include "automation/clock.h"
 #include "automation/describe.h"
 #include "automation/error.h"
+#include "host/reports/filter.h"
 
 namespace refhost {
 
@@ -125,11 +126,7 @@ ReportRun::ReportRun(std::shared_ptr<reporting::Inquiry> inquiry) : inquiry_(std
 {
     const auto& filters = inquiry_->layout.filters;
     for (std::size_t i = 0; i < filters.size(); ++i) {
-        // Which list it works on was said when it was opened.
-        if (filters[i].kind == reporting::FilterKind::list ||
-            !reporting::isAsked(*inquiry_, filters[i])) {
-            continue;
-        }
+        if (!reporting::isAsked(*inquiry_, filters[i])) continue;
         Filters->append(Value(makeRef<reporting::Filter>(inquiry_, i)), filters[i].key);
         if (filters[i].kind == reporting::FilterKind::event && !inquiry_->values[i].isEmpty())
             problem_ = reporting::readAnswers(*inquiry_).at(filters[i].key).problem;
@@ -154,7 +151,8 @@ bool ReportRun::Run()
         problem_ = "You do not have the right to view this report.";
         return false;
     }
-    const reporting::Answers answers = reporting::readAnswers(*inquiry_);
+    const reporting::Answers answers =
+        reporting::readAnswers(*inquiry_, reporting::ReadFor::running);
     for (const reporting::FilterPlan& filter : inquiry_->layout.filters) {
         problem_ = answers.at(filter.key).problem;
         if (!problem_.empty()) return false;

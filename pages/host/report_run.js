@@ -11,7 +11,7 @@ const lineColumns = ["Kind", "Level", "Caption", "Cells", "Link"];
 /** What the host answers by key of a filter. */
 const asked = (run, key) => run.Filters(key);
 const rangeSize = 1000;
-const withChoices = new Set(["event", "activity", "choice"]);
+const withChoices = new Set(["event", "activity", "choice", "list"]);
 
 /** The report that an address asks for, held by the host. */
 export function openReport({ folder, key, id, listId }) {

@@ -43,7 +43,7 @@ const kinds = {
     text: { field: "text" },
 };
 const kindOf = ({ Kind }) =>
-    ["event", "activity"].includes(Kind) ? kinds.choice : (kinds[Kind] ?? kinds.text);
+    ["event", "activity", "list"].includes(Kind) ? kinds.choice : (kinds[Kind] ?? kinds.text);
 
 /** The description of the form field that asks for `filter`. */
 export function fieldOf(filter) {

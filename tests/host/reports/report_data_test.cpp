@@ -146,6 +146,26 @@ TEST_P(ReportData, SayThatTheEventIsGone)
     EXPECT_EQ(toText(get(later, "Problem")), gone);
 }
 
+TEST_P(ReportData, WorkOnTheDonorsOfASavedList)
+{
+    const auto lists = getObject(desk_.module("Quillmere"), "Smartlists");
+    for (const char* name : {"Friends", "Others"}) {
+        const auto list = toObject(call(lists, "GetNewList", "donors"));
+        qmevents::put(list, "Name", name);
+        ASSERT_TRUE(qmevents::toBool(call(lists, "Save", list)));
+    }
+    for (const Value& listed : {Value(2), Value()}) {
+        const OpenReport report = desk_.open("events-donor-summary", 0, listed);
+        report.set("list", 1);
+        const Printed printed = report.print();
+        EXPECT_EQ(printed.lines.size(), 4U); // the donors and their total
+        EXPECT_EQ(printed.notes.at(0), "Donors: Friends");
+        report.set("list", 3);
+        EXPECT_EQ(report.problem(), "\"Donors\": \"3\" is none of the lists.");
+    }
+    EXPECT_EQ(desk_.open("events-donor-summary", 0, 2).print().notes.at(0), "Donors: Others");
+}
+
 TEST_P(ReportData, OfferWhatCanBeChosenForTheEvent)
 {
     execute("INSERT INTO events_event_info (Name) VALUES ('Other')");

@@ -1,4 +1,4 @@
-#include "host/reports/answers_text.h"
+#include "host/reports/reservation_answers.h"
 
 #include <cstring>
 

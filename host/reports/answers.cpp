@@ -1,31 +1,25 @@
-#include "host/reports/filters.h"
+#include "host/reports/answers.h"
 
 #include <algorithm>
 #include <cmath>
 
 #include "automation/clock.h"
-#include "automation/describe.h"
 #include "automation/error.h"
 #include "automation/locale.h"
 #include "host/document/objects/sql_literal.h"
+#include "host/reports/statement.h"
 #include "host/security/security.h"
 
 namespace refhost::reporting {
 
 using qmevents::Clock;
-using qmevents::Collection;
 using qmevents::Date;
 using qmevents::Error;
-using qmevents::makeRef;
 
 namespace {
 
 constexpr std::string_view eventGone =
     "The event no longer exists. It may have been deleted by another user.";
-// More events than anybody scrolls through; the one that is chosen is offered all the same.
-constexpr std::string_view newestEvents =
-    "SELECT TOP 500 e.Id, e.Name, e.StartDateTime FROM events_event_info e "
-    "ORDER BY e.StartDateTime DESC, e.Id DESC";
 
 // The whole number that `text` is, as keys and codes are.
 std::optional<std::int32_t> wholeNumber(const std::string& text)
@@ -45,38 +39,19 @@ Date defaultDay(const std::string& name)
     return {};
 }
 
-std::string eventName(const Cursor& row)
+// The host keeps lists of some kinds of records only.
+bool keepsLists(const std::string& entityType)
 {
-    const Date start = cellOr(row, "StartDateTime", Date());
-    const auto name = cellOr<std::string>(row, "Name", {});
-    return start.hasDate() ? name + " (" + qmevents::Locale::current().shortDate(start) + ")"
-                           : name;
-}
-
-void addChoice(Collection& choices, const Value& id, std::string name)
-{
-    const auto choice = makeRef<Choice>();
-    choice->Id = id;
-    choice->Name = std::move(name);
-    choices.append(Value(choice));
-}
-
-// Whether the statement of the choices can be made: the filters that it needs have values.
-bool hasWhatItNeeds(const SqlText& sql, const Answers& answers)
-{
-    for (const SqlPiece& piece : sql.pieces) {
-        for (const auto& [key, answer] : answers) {
-            if (!answer.given && piece.text.find('{' + key + '}') != std::string::npos)
-                return false;
-        }
-    }
-    return true;
+    const auto types = listTypes();
+    return std::any_of(types.begin(), types.end(),
+                       [&](const ListType& type) { return type.name == entityType; });
 }
 
 class AnswerReader {
 public:
-    AnswerReader(const Inquiry& inquiry, const Answers& earlier)
-        : inquiry_(inquiry), earlier_(earlier), dialect_(inquiry.context->sql().dialect())
+    AnswerReader(const Inquiry& inquiry, const Answers& earlier, ReadFor purpose)
+        : inquiry_(inquiry), earlier_(earlier), purpose_(purpose),
+          dialect_(inquiry.context->sql().dialect())
     {
     }
 
@@ -84,7 +59,7 @@ public:
     {
         Answer answer;
         answer.literal = "NULL";
-        if (filter.kind == FilterKind::list) return listAnswer();
+        if (filter.kind == FilterKind::list && !inquiry_.source.empty()) return chosenRecords();
         if (!isAsked(inquiry_, filter)) return answer;
         try {
             readValue(filter, value, answer);
@@ -103,12 +78,12 @@ public:
     }
 
 private:
-    Answer listAnswer() const
+    Answer chosenRecords() const
     {
         Answer answer;
-        answer.given = !inquiry_.source.empty();
+        answer.given = true;
         answer.literal = inquiry_.source;
-        answer.words = inquiry_.sourceName;
+        answer.words = "those that were chosen";
         return answer;
     }
 
@@ -133,6 +108,8 @@ private:
             return readDay(filter, value, answer);
         case FilterKind::number:
             return readNumber(filter, value, answer);
+        case FilterKind::list:
+            return readList(filter, answer);
         case FilterKind::event:
             return readEvent(answer);
         case FilterKind::choice:
@@ -174,6 +151,22 @@ private:
         }
         answer.plain = answer.words = qmevents::numberText(*number);
         answer.literal = sqlLiteral(dialect_, *number, LiteralKind::number);
+    }
+
+    void readList(const FilterPlan& filter, Answer& answer) const
+    {
+        const auto id = wholeNumber(answer.plain);
+        for (const auto& [offered, name] : offeredLists(inquiry_, filter)) {
+            if (offered != id) continue;
+            answer.words = name;
+            try {
+                if (purpose_ == ReadFor::running) answer.literal = inquiry_.lists->Source(offered);
+            } catch (const Error& error) {
+                answer.problem = error.description() + ".";
+            }
+            return;
+        }
+        answer.problem = "\"" + answer.plain + "\" is none of the lists";
     }
 
     void readEvent(Answer& answer) const
@@ -226,14 +219,34 @@ private:
 
     const Inquiry& inquiry_;
     const Answers& earlier_;
+    ReadFor purpose_;
     Dialect dialect_;
 };
 
 } // namespace
 
+std::string eventName(const Cursor& row)
+{
+    const Date start = cellOr(row, "StartDateTime", Date());
+    const auto name = cellOr<std::string>(row, "Name", {});
+    return start.hasDate() ? name + " (" + qmevents::Locale::current().shortDate(start) + ")"
+                           : name;
+}
+
+std::vector<OfferedList> offeredLists(const Inquiry& inquiry, const FilterPlan& filter)
+{
+    std::vector<OfferedList> offered;
+    const auto lists = inquiry.lists->Lists();
+    for (std::size_t i = 1; i <= lists->size(); ++i) {
+        const auto list = qmevents::refCast<SmartList>(lists->at(i).object());
+        if (list->ListType() == filter.entityType) offered.push_back({list->Id, list->Name});
+    }
+    return offered;
+}
+
 bool mayUse(const SharedContext& context, const std::string& operation)
 {
-    return makeRef<Security>(context)->IsAllowed(operation);
+    return qmevents::makeRef<Security>(context)->IsAllowed(operation);
 }
 
 std::vector<Value> defaultValues(const SharedContext& context, const Layout& layout)
@@ -267,128 +280,22 @@ std::vector<Value> defaultValues(const SharedContext& context, const Layout& lay
 
 bool isAsked(const Inquiry& inquiry, const FilterPlan& filter)
 {
-    const bool ofOneEvent = filter.kind == FilterKind::event || filter.kind == FilterKind::activity;
-    return (!ofOneEvent || inquiry.source.empty()) && mayUse(inquiry.context, filter.operation);
+    const bool ofRecords = filter.kind == FilterKind::list || filter.kind == FilterKind::event ||
+                           filter.kind == FilterKind::activity;
+    if (ofRecords && !inquiry.source.empty()) return false;
+    if (filter.kind == FilterKind::list && !keepsLists(filter.entityType)) return false;
+    return mayUse(inquiry.context, filter.operation);
 }
 
-Answers readAnswers(const Inquiry& inquiry)
+Answers readAnswers(const Inquiry& inquiry, ReadFor purpose)
 {
     Answers answers;
     for (std::size_t i = 0; i < inquiry.layout.filters.size(); ++i) {
         const FilterPlan& filter = inquiry.layout.filters[i];
-        answers[filter.key] = AnswerReader(inquiry, answers).read(filter, inquiry.values[i]);
+        answers[filter.key] =
+            AnswerReader(inquiry, answers, purpose).read(filter, inquiry.values[i]);
     }
     return answers;
 }
-
-bool holds(const Condition& condition, const Answers& answers)
-{
-    const Answer& answer = answers.at(condition.filter);
-    const bool met = answer.given && (!condition.is || *condition.is == answer.plain);
-    return met != condition.negated;
-}
-
-std::string statementOf(const Inquiry& inquiry, const SqlText& sql, const Answers& answers)
-{
-    const Dialect dialect = inquiry.context->sql().dialect();
-    std::string statement;
-    for (const SqlPiece& piece : sql.pieces) {
-        const bool stands =
-            (!piece.dialect || *piece.dialect == dialect) &&
-            std::all_of(piece.conditions.begin(), piece.conditions.end(),
-                        [&](const Condition& condition) { return holds(condition, answers); });
-        if (!stands) continue;
-        if (!statement.empty()) statement += ' ';
-        // One pass, so that nothing in a value is ever taken for a placeholder.
-        for (std::size_t at = 0; at < piece.text.size();) {
-            const auto open = std::min(piece.text.find('{', at), piece.text.size());
-            statement.append(piece.text, at, open - at);
-            if (open == piece.text.size()) break;
-            const auto close = piece.text.find('}', open);
-            const std::string name = piece.text.substr(open + 1, close - open - 1);
-            const auto colon = name.find(':');
-            if (name == "today") {
-                statement += sqlLiteral(dialect, Clock::today(), LiteralKind::date);
-            } else {
-                const Answer& answer = answers.at(name.substr(0, colon));
-                statement += colon == std::string::npos ? answer.literal : answer.next;
-            }
-            at = close + 1;
-        }
-    }
-    return std::string(qmevents::text::trim(statement));
-}
-
-std::unique_ptr<Cursor> query(const Inquiry& inquiry, const SqlText& sql, const Answers& answers)
-{
-    const std::string statement = statementOf(inquiry, sql, answers);
-    try {
-        const Untraced quiet(inquiry.context->sql());
-        return inquiry.context->sql().query(statement);
-    } catch (const Error& error) {
-        failAt(inquiry.layout, sql.line,
-               "the statement that begins here was refused: " + error.description());
-    }
-}
-
-const Members& Choice::members() const
-{
-    static const Members table = qmevents::describe<Choice>("What a filter offers.")
-                                     .readOnly("Id", &Choice::Id, "The value to choose it.")
-                                     .readOnly("Name", &Choice::Name, "What the user sees.");
-    return table;
-}
-
-const Members& Filter::members() const
-{
-    static const Members table =
-        qmevents::describe<Filter>("A question that is asked before a report runs.")
-            .readOnly("Key", &Filter::Key, "The key among the filters.")
-            .readOnly("Caption", &Filter::Caption, "What the user sees.")
-            .readOnly("Kind", &Filter::Kind,
-                      "\"date\", \"event\", \"activity\", \"choice\", \"list\", \"number\", "
-                      "\"yesno\" or \"text\".")
-            .property("Value", &Filter::value, &Filter::setValue, "What is searched for.")
-            .readOnly("Choices", &Filter::Choices,
-                      "What can be chosen with the values that the other filters have now.")
-            .readOnly("Required", &Filter::Required, "Whether it must have a value.")
-            .readOnly("Problem", &Filter::Problem, "Why the value is none; empty when it is.");
-    return table;
-}
-
-std::string Filter::Kind() const
-{
-    static constexpr const char* names[] = {"date", "event",  "activity", "choice",
-                                            "list", "number", "yesno",    "text"};
-    return names[static_cast<std::size_t>(plan().kind)];
-}
-
-Ref<Collection> Filter::Choices() const
-{
-    const auto choices = makeRef<Collection>();
-    const FilterPlan& filter = plan();
-    for (const OptionPlan& option : filter.options) {
-        if (mayUse(inquiry_->context, option.operation))
-            addChoice(*choices, option.value, option.caption);
-    }
-    if (filter.kind == FilterKind::event) {
-        readRows(inquiry_->context, newestEvents, [&](const Cursor& row) {
-            addChoice(*choices, cellOr<std::int32_t>(row, "Id", 0), eventName(row));
-        });
-    }
-    if (filter.choices) {
-        const Answers answers = readAnswers(*inquiry_);
-        if (hasWhatItNeeds(*filter.choices, answers)) {
-            for (const auto rows = query(*inquiry_, *filter.choices, answers); !rows->eof();
-                 rows->next()) {
-                addChoice(*choices, cellOr<std::int32_t>(*rows, "Id", 0),
-                          cellOr<std::string>(*rows, "Name", {}));
-            }
-        }
-    }
-    return choices;
-}
-
-std::string Filter::Problem() const { return readAnswers(*inquiry_).at(plan().key).problem; }
 
 } // namespace refhost::reporting
