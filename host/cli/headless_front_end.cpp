@@ -84,6 +84,10 @@ void HeadlessFrontEnd::writePage(const char* kind, const Open& open)
     for (const auto& [name, value] : std::map(held.begin(), held.end())) {
         values[name] = toJson(value);
     }
+    if (!open.engine.waitsFor(open.window.id)) {
+        line["waits"] = false; // whoever opened it closes it, nobody answers
+        return lines_.write(line);
+    }
     const DialogAnswer* answer = answers_.nextDialog();
     if (answer && answer->backTo) {
         line["answer"] = "back";
@@ -115,7 +119,7 @@ void HeadlessFrontEnd::runDialog(const DialogWindow& window, DialogEngine& engin
         Open*& top_;
     } entered(open_, &open);
     writePage("dialog", open);
-    if (!engine.waitsFor(window.id)) return; // nobody answers what is closed by who opened it
+    if (!engine.waitsFor(window.id)) return;
     // Each page that the window comes to show takes an answer of its own.
     while (misfit_.empty() && engine.isOpen(window.id)) {
         const auto answer = answers_.takeDialog();

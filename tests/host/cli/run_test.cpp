@@ -107,6 +107,11 @@ TEST_F(RunCommand, AnswersPromptsAndDialogsFromAFile)
               "{\"kind\":\"dialog\",\"page\":\"first\",\"module\":\"events\",\"height\":300,"
               "\"width\":550,\"values\":{\"cost\":{\"$currency\":\"5\"}},\"answer\":false,"
               "\"unanswered\":true}\n{\"kind\":\"print\",\"text\":\"False  \"}\n");
+    EXPECT_EQ(outputOf("App.Shell.Dialog.WaitForClose = False\nApp.Modules.Events.ShowDialog "
+                       "\"first\"\nPrint TypeName(App.Shell.Dialog.ReturnValue)"),
+              "{\"kind\":\"dialog\",\"page\":\"first\",\"module\":\"events\",\"height\":468,"
+              "\"width\":550,\"values\":{},\"waits\":false}\n"
+              "{\"kind\":\"print\",\"text\":\"Empty\"}\n");
 }
 
 TEST_F(RunCommand, FailsWithFileLineAndReason)
