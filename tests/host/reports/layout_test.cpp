@@ -166,5 +166,20 @@ TEST_P(Layouts, SayWhereTheyAreWrong)
     EXPECT_EQ(few.failure([&] { few.open("test"); }).substr(0, 3), "70 ");
 }
 
+TEST_P(Layouts, AreAsTheGuideForAuthorsShowsThem)
+{
+    std::ifstream guide(SOURCE_FOLDER "docs/report-layouts.md");
+    const std::string text{std::istreambuf_iterator<char>(guide), {}};
+    const std::string fence = "```xml\n";
+    const auto begin = text.find(fence) + fence.size();
+    std::ofstream(folder_ / "cache" / "reports" / "events-costs.xml")
+        << text.substr(begin, text.find("```", begin) - begin);
+    fs::create_directory_symlink(SOURCE_FOLDER "data", folder_ / "data");
+    desk_.reset();
+    desk_.emplace(GetParam(), Database::inMemory(), std::nullopt, folder_.string());
+    EXPECT_EQ(desk_->open("events-costs").print().texts(),
+              std::vector<std::string>{"total 0 0 events||0|0|"});
+}
+
 } // namespace
 } // namespace refhost
