@@ -86,7 +86,8 @@ std::string content(const WidgetSettings& settings)
         all.received += one.received;
         all.goal += one.goal;
     }
-    addRow(table, markup::strong("All events"), all);
+    const bool isLast = settings.text("season") == "previous";
+    addRow(table, markup::strong(isLast ? "Last season" : "This season"), all);
     // Those that bring in most.
     std::sort(events.begin(), events.end(), [](const Income& a, const Income& b) {
         return a.received != b.received ? a.received > b.received : a.eventId < b.eventId;
@@ -103,8 +104,8 @@ std::string content(const WidgetSettings& settings)
 
 constexpr WidgetDescription seasonIncomeWidget{
     "events-season-income",
-    "Income This Season",
-    "What the season's events have brought in, against their goals.",
+    "Season Income",
+    "What a season's events have brought in, against their goals.",
     "donations/view",
     options,
     content};

@@ -211,7 +211,7 @@ TEST_P(Widgets, SumTheSeasonsIncomeAsTheEventsDo)
     insert("donor_gifts_payments", "giftId, actualDate, actualAmount",
            "1, " + day(Date::of(2026, 9, 1)) + ", 210.5");
     EXPECT_EQ(shown("events-season-income"),
-              table("<strong>All events</strong>" + cells +
+              table("<strong>This season</strong>" + cells +
                     "<meter min=\"0\" max=\"1000\" value=\"250.50\">25%</meter>" + cells +
                     "$250.50 of $1,000.00 <small>25%</small>" + rows + link(3, "overview", "Last") +
                     cells + cells + "$210.50" + rows + link(2, "overview", "First") + cells +
@@ -225,7 +225,7 @@ TEST_P(Widgets, SumTheSeasonsIncomeAsTheEventsDo)
     EXPECT_EQ(toText(total), "250.5");
     EXPECT_EQ(set("events-season-income", {{"season", "previous"}, {"rows", "0"}}), "");
     EXPECT_EQ(shown("events-season-income"),
-              table("<strong>All events</strong>" + cells +
+              table("<strong>Last season</strong>" + cells +
                     "<meter min=\"0\" max=\"500\" value=\"40\">8%</meter>" + cells +
                     "$40.00 of $500.00 <small>8%</small>"));
 }
