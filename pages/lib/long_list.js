@@ -1,6 +1,7 @@
 // Long lists: read from the host range by range, shown piece by piece.
 
 import { list } from "./app.js";
+import { reportFailure } from "./notice.js";
 
 const rangeSize = 2500;
 const pieceSize = 100;
@@ -58,6 +59,51 @@ export function longList(body, more, { make, onShown = () => {}, piece = pieceSi
         reach(row) {
             const at = rows.indexOf(row);
             if (at >= shown) add(at - shown + piece);
+        },
+    };
+}
+
+/**
+ * Shows a list that is read as far as it is looked at: `read(start, count)` gives rows, `make(row)`
+ * a row's element. Gives `show(total)`, which begins anew; it resolves when the first piece is there.
+ */
+export function growingList(body, more, { make, read, piece = pieceSize }) {
+    let total = 0;
+    let reading;
+    let showing = 0; // counts the lists shown, so that rows of one before are dropped
+
+    function add() {
+        reading ??= append().finally(() => {
+            reading = undefined;
+        });
+        return reading;
+    }
+
+    async function append() {
+        const mine = showing;
+        const rows = await read(body.rows.length, piece);
+        if (mine !== showing) return;
+        body.append(...rows.map(make));
+        more.hidden = rows.length === 0 || body.rows.length >= total;
+    }
+
+    more.addEventListener("click", async () => {
+        const first = body.rows.length;
+        await add();
+        body.rows[first]?.querySelector("a, button")?.focus();
+    });
+    new IntersectionObserver((entries) => {
+        if (entries.some((entry) => entry.isIntersecting)) add().catch(reportFailure);
+    }).observe(more);
+
+    return {
+        async show(count) {
+            showing += 1;
+            await reading?.catch(() => {});
+            total = count;
+            body.replaceChildren();
+            more.hidden = true;
+            if (total > 0) await add();
         },
     };
 }

@@ -10,6 +10,7 @@ import { listen } from "./shell.js";
 const places = [
     { name: "Home", url: "/host/home" },
     { name: "Events", url: "/events/events-view" },
+    { name: "Lists", url: "/host/lists" },
     { name: "Reports", url: "/host/reports" },
     { name: "Mailings", url: "/host/mailings" },
     { name: "Settings", url: "/events/events-settings" },

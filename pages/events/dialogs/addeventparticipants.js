@@ -1,5 +1,5 @@
-// Adds participants from a pasted list, a file, a mailing list or another event: first who is meant,
-// then a preview, then the adding.
+// Adds participants from a pasted list, a file, a mailing list, a smart list or another event: first
+// who is meant, then a preview, then the adding.
 
 import { App, list, read } from "../../lib/app.js";
 import { build } from "../../lib/build.js";
@@ -14,6 +14,7 @@ import {
 import { findDonors } from "../donors.js";
 import { accepted, overCapacity, resultLine, statuses } from "../participant_list.js";
 import { addParticipants, donorsThere, readGroups, readParticipants } from "../participants.js";
+import { donorLists, donorsOfList } from "./donor_lists.js";
 import { givenKey } from "./given.js";
 
 const mostShown = 200;
@@ -194,6 +195,7 @@ startDialogPage(async ({ format, heading, close }) => {
 /** The page's first step: gives { read, heads }; `read()` gives { entries, donors } or { problem }. */
 function setUpSource() {
     let rows = [];
+    let donors; // where the source itself says who they are
     const chosen = () => document.querySelector('input[name="from"]:checked').value;
     const hasHeads = () => byId("has-heads").checked;
     const columnMeanings = () =>
@@ -206,6 +208,7 @@ function setUpSource() {
         }
         byId("fault").textContent = "";
         if (from === "mailing" && byId("mailing").options.length === 0) await fillMailings();
+        if (from === "list" && byId("list").options.length === 0) await fillLists();
         if (from === "event" && byId("event").options.length === 0) await fillEvents();
     });
     byId("file").addEventListener("change", async () => {
@@ -246,6 +249,12 @@ function setUpSource() {
             new Option(`${Source || "not started"}, by ${CreatedBy}: ${DonorCount} donors`, Key)));
     }
 
+    async function fillLists() {
+        byId("list").replaceChildren(
+            ...(await donorLists()).map(({ Id, Name }) => new Option(Name, Id)),
+        );
+    }
+
     async function fillEvents() {
         const { rows: found } = await list(manage().GetEvents(), ["Id", "Name", "StartDateTime"]);
         byId("event").replaceChildren(...found.map(({ Id, Name, StartDateTime }) =>
@@ -272,6 +281,13 @@ function setUpSource() {
                 ["Id", "Display"], { count: 1000000 });
             return found.map(({ Id, Display }) => ({ cells: [Display], id: String(Id) }));
         }
+        if (from === "list") {
+            if (!byId("list").value) return "No list of donors has been saved yet.";
+            const listed = await donorsOfList(Number(byId("list").value));
+            if (typeof listed === "string") return listed;
+            donors = listed;
+            return listed.map(({ Id, Display }) => ({ cells: [Display], id: String(Id) }));
+        }
         if (!byId("event").value) return "There is no other event.";
         const found = await readParticipants(Number(byId("event").value));
         return found.map(({ donorId, name }) => ({ cells: [name], id: String(donorId) }));
@@ -280,10 +296,11 @@ function setUpSource() {
     return {
         heads: () => (chosen() === "file" && hasHeads() ? (rows[0] ?? []) : []),
         async read() {
+            donors = undefined;
             const entries = await entriesFrom();
             if (typeof entries === "string") return { problem: entries };
             if (entries.length === 0) return { problem: "Nobody stands there." };
-            const donors = await findDonors({}, ["Id", "Display", "FirstName", "LastName", "Email",
+            donors ??= await findDonors({}, ["Id", "Display", "FirstName", "LastName", "Email",
                 "City"]);
             return { entries, donors };
         },
