@@ -16,9 +16,10 @@ const settings = [
 
 /** Fills `element` with the fields and saves what is entered there. */
 export async function periodsForm(element, format) {
-    const months = Array.from({ length: 12 }, (_, index) => ({
-        id: index + 1,
-        name: format.monthName(index + 1),
+    // January is what counts where nothing is chosen.
+    const months = Array.from({ length: 11 }, (_, index) => ({
+        id: index + 2,
+        name: format.monthName(index + 2),
         visible: true,
     }));
     const form = createForm(
@@ -34,7 +35,7 @@ export async function periodsForm(element, format) {
             {
                 title: "Fiscal year begins",
                 fields: [
-                    { name: "fiscal-year-month", label: "Month", kind: "choice", none: "January" },
+                    { name: "fiscal-year-month", label: "Month", kind: "choice", none: format.monthName(1) },
                     { name: "fiscal-year-day", label: "Day", kind: "whole" },
                 ],
             },
@@ -46,11 +47,11 @@ export async function periodsForm(element, format) {
 
     const stored = await all(settings.map((name) => ask.call(App.Document.Setting(name))));
     const values = Object.fromEntries(settings.map((name, index) => [name, stored[index]]));
-    const numbered = (name) => Number(values[name]) || 1;
+    const month = Number(values["fiscal-year-month"]);
     form.show({
         ...values,
-        "fiscal-year-month": numbered("fiscal-year-month"),
-        "fiscal-year-day": numbered("fiscal-year-day"),
+        "fiscal-year-month": months.some(({ id }) => id === month) ? month : 0,
+        "fiscal-year-day": Number(values["fiscal-year-day"]) || 1,
     });
 
     /** Saves one part; what the host refuses stands at the field called `name`. */
@@ -72,8 +73,11 @@ export async function periodsForm(element, format) {
                 const save = () => smartLists().SetPeriod(number, entered[start], entered[end]);
                 if (!(await saved(save, start))) return;
             }
-            const [month, day] = [entered["fiscal-year-month"], entered["fiscal-year-day"]];
-            const save = () => smartLists().SetFiscalYear(month || 1, day);
+            const save = () =>
+                smartLists().SetFiscalYear(
+                    entered["fiscal-year-month"] || 1,
+                    entered["fiscal-year-day"],
+                );
             if (!(await saved(save, "fiscal-year-day"))) return;
             form.show(entered);
             notice("Periods saved.");
