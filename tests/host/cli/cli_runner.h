@@ -46,7 +46,9 @@ protected:
         std::ostringstream out;
         std::ostringstream err;
         const auto arguments = std::span(words).subspan(1);
-        const auto command = words[0] == "run" ? runCommand : sqlCommand;
+        const auto command = words[0] == "run"      ? runCommand
+                             : words[0] == "report" ? reportCommand
+                                                    : sqlCommand;
         const int code = command(arguments, {in, out, err});
         return {code, out.str(), err.str()};
     }
