@@ -160,7 +160,8 @@ private:
         const auto word = group.words.find(value);
         if (word != group.words.end()) return word->second;
         if (!group.blank.empty() && (value.empty() || value == "0")) return group.blank;
-        return filled(group.caption, layout_, records, first, 0, group.line);
+        const std::string head = filled(group.caption, layout_, records, first, 0, group.line);
+        return head.empty() ? group.blank : head;
     }
 
     void addRows(const Records& records, const Record& record, std::int32_t level,
@@ -208,8 +209,10 @@ private:
     {
         Picture& picture = *result_.picture;
         picture.categories.push_back(std::move(category));
-        for (std::size_t i = 0; i < pictureColumns_.size(); ++i)
-            picture.series[i].values.push_back(cells[pictureColumns_[i]]);
+        for (std::size_t i = 0; i < pictureColumns_.size(); ++i) {
+            const Value& value = cells[pictureColumns_[i]];
+            picture.series[i].values.push_back(value.isNull() ? Value(0) : value);
+        }
     }
 
     // A picture of very many points says nothing: the highest stay, in their order.
