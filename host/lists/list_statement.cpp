@@ -9,7 +9,6 @@
 namespace refhost {
 namespace {
 
-using qmevents::text::sameName;
 
 /// The tables of a statement: the records, and the sources that its expressions speak of.
 class Tables {
