@@ -263,8 +263,9 @@ TEST_F(ReportFigures, OfAnEventAreThoseThatTheEventItselfTells)
             {"Income", "Actual", "CurrentRevenue"},
         };
         const Printed printed = desk.open("events-event-summary", event_).print();
-        for (const auto& [what, column, figure] : rows) {
-            SCOPED_TRACE(std::string(what) + " " + column);
+        for (const auto& [name, column, figure] : rows) {
+            const std::string what = name;
+            SCOPED_TRACE(what + " " + column);
             const auto line =
                 std::find_if(printed.lines.begin(), printed.lines.end(), [&](const auto& l) {
                     return l.kind == "row" && toText(printed.cell(l, "What")) == what;
