@@ -9,8 +9,10 @@ import { collectRefusals } from "../lib/refusals.js";
 import { guardUnsaved } from "../lib/unsaved.js";
 import { columnBoxes } from "./list_columns.js";
 import { filterRows } from "./list_filters.js";
+import { listReportsMenu } from "./list_reports.js";
 import { listRows, readResult, textsOf } from "./list_rows.js";
 
+const mostPrinted = 5000;
 const byId = (id) => document.getElementById(id);
 const smartLists = () => App.Modules.Quillmere.Smartlists;
 const nouns = {
@@ -91,6 +93,13 @@ startPage("Lists", async ({ format, allowed }) => {
         byId("copy").hidden = !mayEdit || !Id;
         byId("save").hidden = !mayEdit;
         showState();
+        if (Id) offerReports(Id).catch(reportFailure);
+    }
+
+    async function offerReports(id) {
+        const menu = await listReportsMenu(id, state.type, allowed);
+        byId("reports").replaceChildren(...(menu ? [menu] : []));
+        byId("reports").hidden = !menu;
     }
 
     /** What depends on what is entered: whether the records shown are still those asked for. */
@@ -230,6 +239,35 @@ startPage("Lists", async ({ format, allowed }) => {
         announce(`${format.whole(count)} ${nouns[state.type][1]} exported`);
     }
 
+    /** Prints the records, not only those that were looked at. */
+    async function printAll() {
+        await rows.reach(mostPrinted);
+        if (shown.count > mostPrinted) {
+            notice(`The first ${format.whole(mostPrinted)} are printed. Export takes all of them.`);
+        }
+        print();
+    }
+
+    /** What was put together for another kind of list is given up only on purpose. */
+    async function changeType(type) {
+        const hasFilters = parts.filters.read().length > 0;
+        if (hasFilters && !(await confirmDiscarding())) return;
+        const { value } = byId("name");
+        await open(await smartLists().GetNewList(type));
+        byId("name").value = value;
+        await show();
+    }
+
+    const confirmDiscarding = async () =>
+        (await confirmBox({
+            title: "Begin anew?",
+            text: "The filters that you entered are for another kind of list.",
+            buttons: [
+                ["new", "Begin anew"],
+                ["keep", "Keep them"],
+            ],
+        })) === "new";
+
     function runOnce(button, run) {
         button.addEventListener("click", async () => {
             if (button.dataset.isRunning) return;
@@ -255,19 +293,14 @@ startPage("Lists", async ({ format, allowed }) => {
         byId("name").removeAttribute("aria-invalid");
     });
     byId("types").addEventListener("change", async ({ target }) => {
-        try {
-            await open(await smartLists().GetNewList(target.value));
-            await show();
-        } catch (error) {
-            byId("types").querySelector(`[value="${state.type}"]`).checked = true;
-            reportFailure(error);
-        }
+        await changeType(target.value).catch(reportFailure);
+        byId("types").querySelector(`[value="${state.type}"]`).checked = true;
     });
     runOnce(byId("save"), () => save(held));
     runOnce(byId("copy"), saveCopy);
     runOnce(byId("export"), exportAll);
     runOnce(byId("delete-donors"), deleteDonors);
-    byId("print").addEventListener("click", () => print());
+    runOnce(byId("print"), printAll);
 
     const address = new URLSearchParams(location.search);
     const opened = address.has("id")

@@ -46,6 +46,7 @@ export function listRows(table, more, { format, onSort }) {
 
     return {
         result: () => result,
+        reach: (most) => rows.reach(most),
 
         /** Shows what `read`, a result that the host holds, gave. */
         async show(read, count, shown, order) {

@@ -65,7 +65,8 @@ export function longList(body, more, { make, onShown = () => {}, piece = pieceSi
 
 /**
  * Shows a list that is read as far as it is looked at: `read(start, count)` gives rows, `make(row)`
- * a row's element. Gives `show(total)`, which begins anew; it resolves when the first piece is there.
+ * a row's element. Gives `show(total)`, which begins anew and resolves when the first piece is there,
+ * and `reach(most)`.
  */
 export function growingList(body, more, { make, read, piece = pieceSize }) {
     let total = 0;
@@ -104,6 +105,14 @@ export function growingList(body, more, { make, read, piece = pieceSize }) {
             body.replaceChildren();
             more.hidden = true;
             if (total > 0) await add();
+        },
+        /** Shows the first `most` rows at least, as far as there are so many. */
+        async reach(most) {
+            const wanted = Math.min(most, total);
+            for (let before = -1; body.rows.length < wanted && body.rows.length > before; ) {
+                before = body.rows.length;
+                await add();
+            }
         },
     };
 }
