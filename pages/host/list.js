@@ -149,10 +149,10 @@ startPage("Lists", async ({ format, allowed }) => {
             await apply(held, now);
             const result = await smartLists().Run(held);
             const { columns, faults, warnings } = await readResult(result);
-            if (mine !== latest) return;
+            if (mine !== latest) return release(result);
             parts.filters.fail(faults);
             showWarnings([...parts.warnings, ...warnings]);
-            if (faults.length > 0) return;
+            if (faults.length > 0) return release(result);
             const { Count, IsWidened } = await read(result, ["Count", "IsWidened"]);
             shown = { count: Count, asked: asked(now), isWidened: IsWidened };
             byId("scroller").hidden = Count === 0;
@@ -160,7 +160,6 @@ startPage("Lists", async ({ format, allowed }) => {
             byId("empty").textContent = "Nothing matches these filters.";
             showState();
             await rows.show(result, Count, columns, { key: state.sort, descending: state.descending });
-            announce(byId("count").textContent);
         } finally {
             if (mine === latest) byId("show").disabled = false;
         }
