@@ -39,6 +39,15 @@ Date defaultDay(const std::string& name)
     return {};
 }
 
+// What an error says beyond its standard text, which is for those who write scripts.
+std::string reasonOf(const Error& error)
+{
+    const std::string text = error.description();
+    const auto standard = std::string(standardText(qmevents::ErrorNumber::invalidCall)) + " (";
+    const bool isWrapped = text.starts_with(standard) && text.ends_with(')');
+    return isWrapped ? text.substr(standard.size(), text.size() - standard.size() - 1) : text;
+}
+
 // The host keeps lists of some kinds of records only.
 bool keepsLists(const std::string& entityType)
 {
@@ -70,9 +79,10 @@ public:
             answer.problem = "a value is needed";
         if (!answer.problem.empty()) {
             answer.given = false;
-            // What happened to an event is a sentence of its own.
-            if (!answer.problem.ends_with('.'))
-                answer.problem = "\"" + filter.caption + "\": " + answer.problem + ".";
+            // What happened to an event is told without naming the filter.
+            if (answer.problem == eventGone) return answer;
+            answer.problem = "\"" + filter.caption + "\": " + answer.problem;
+            if (!answer.problem.ends_with('.')) answer.problem += '.';
         }
         return answer;
     }
@@ -162,7 +172,7 @@ private:
             try {
                 if (purpose_ == ReadFor::running) answer.literal = inquiry_.lists->Source(offered);
             } catch (const Error& error) {
-                answer.problem = error.description() + ".";
+                answer.problem = reasonOf(error);
             }
             return;
         }

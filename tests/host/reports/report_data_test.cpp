@@ -164,6 +164,11 @@ TEST_P(ReportData, WorkOnTheDonorsOfASavedList)
         EXPECT_EQ(report.problem(), "\"Donors\": \"3\" is none of the lists.");
     }
     EXPECT_EQ(desk_.open("events-donor-summary", 0, 2).print().notes.at(0), "Donors: Others");
+    const auto broken = toObject(call(lists, "GetList", 2));
+    call(broken, "AddFilter", "gone", "is", "x");
+    ASSERT_TRUE(qmevents::toBool(call(lists, "Save", broken, true)));
+    const std::string problem = desk_.open("events-donor-summary", 0, 2).problem();
+    EXPECT_EQ(problem.find("\"Donors\": the list \"Others\" cannot be used: "), 0U) << problem;
 }
 
 TEST_P(ReportData, OfferWhatCanBeChosenForTheEvent)
