@@ -60,11 +60,6 @@ protected:
     {
         auto widget = puppet("Widget");
         widget->holds("Key", key).holds("Content", "").holds("Problem", "");
-        widget->on("AddOption", [this](std::span<Value> a) {
-            for (const auto& one : a) offered += toText(one) + ";";
-            offered += "\n";
-            return Value();
-        });
         widget->on("OptionValue", [this](std::span<Value> a) {
             const auto found = sent.find(toText(a[0]));
             return found == sent.end() ? Value() : Value(found->second);
@@ -90,39 +85,11 @@ protected:
     }
 
     WholeHost host{GetParam()};
-    std::string content, problem, offered;
+    std::string content, problem;
     std::map<std::string, std::string> sent;
 };
 INSTANTIATE_TEST_SUITE_P(Both, Widgets, ::testing::Values(Dialect::sqlServer, Dialect::jet),
                          testNameOf);
-
-TEST_P(Widgets, AreRegisteredWithTheRightsThatTheyNeed)
-{
-    std::string registered;
-    auto list = puppet("Widgets");
-    list->on("Add", [&](std::span<Value> a) {
-        for (const char* member : {"ModuleId", "Key", "Operation"}) {
-            registered += toText(get(a[0].object(), member)) + " ";
-        }
-        registered += toText(a[1]) + "\n";
-        return Value();
-    });
-    auto data = puppet("Data");
-    data->holds("widget", Value::nothing()).holds("Widgets", list);
-    data->on("GetNewWidget", [](std::span<Value>) {
-        auto widget = puppet("Widget");
-        for (const char* name : {"ModuleId", "Key", "Title", "Description", "Operation"}) {
-            widget->holds(name, "");
-        }
-        return Value(widget);
-    });
-    host.session->raise("widgets-load", data);
-    EXPECT_EQ(registered, "events events-upcoming events/view events-upcoming\n"
-                          "events events-my-tasks events/view events-my-tasks\n"
-                          "events events-season-income donations/view events-season-income\n"
-                          "events events-recent-reservations events/view "
-                          "events-recent-reservations\n");
-}
 
 TEST_P(Widgets, ShowHowFullUpcomingEventsAre)
 {
@@ -254,33 +221,6 @@ TEST_P(Widgets, ShowRecentReservationsWithAmountsForThoseWhoMaySeeThem)
     for (const char* key : {"events-upcoming", "events-my-tasks", "events-recent-reservations"}) {
         EXPECT_EQ(shown(key), "") << key;
     }
-}
-
-TEST_P(Widgets, KeepWhatAUserSetsAndNameWhatTheyRefuse)
-{
-    const char* const widget = "events-season-income";
-    const struct {
-        std::map<std::string, std::string> values;
-        const char* problem;
-    } cases[] = {
-        {{{"rows", "x"}}, "\"Number of events\" must be a whole number from 0 to 50, not \"x\"."},
-        {{{"rows", "51"}}, "\"Number of events\" must be a whole number from 0 to 50, not \"51\"."},
-        {{{"rows", ""}}, "\"Number of events\" must be a whole number from 0 to 50, not \"\"."},
-        {{{"rows", "3"}, {"season", "This season"}},
-         "\"Season\" must be one of the choices, not \"This season\"."},
-        {{{"goalsonly", "maybe"}}, "\"Only events with a goal\" must be yes or no, not \"maybe\"."},
-        {{{"season", "previous"}, {"goalsonly", "True"}}, ""},
-    };
-    for (const auto& [values, expected] : cases) EXPECT_EQ(set(widget, values), expected);
-    raise("widgets-options", widget);
-    EXPECT_EQ(offered, "season;Season;choice;previous;current=This season|previous=Last season;\n"
-                       "rows;Number of events;number;5;;\n"
-                       "goalsonly;Only events with a goal;yesno;1;;\n");
-    host.session.reset();
-    WholeHost another(GetParam(), host.database, "bert");
-    EXPECT_EQ(toText(get(another.document(), "Preferences", "events",
-                         "widget-events-season-income-season")),
-              "False");
 }
 
 } // namespace
