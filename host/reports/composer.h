@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "host/reports/answers.h"
+#include "host/reports/picture.h"
 
 namespace refhost::reporting {
 
@@ -23,17 +24,6 @@ struct Line {
     std::string caption;
     std::vector<Value> cells;
     std::int32_t link = 0; ///< An event's id, or 0.
-};
-
-struct Series {
-    std::string name;
-    std::vector<Value> values;
-};
-
-struct Picture {
-    std::string kind, title;
-    std::vector<std::string> categories;
-    std::vector<Series> series;
 };
 
 /// A report as it is shown: lines in print order, all totals computed.
