@@ -6,6 +6,7 @@
 #include "host/demo/database_file.h"
 #include "host/demo/event_maker.h"
 #include "host/demo/giving.h"
+#include "host/demo/saved_lists.h"
 #include "host/document/host_schema.h"
 #include "host/security/user_store.h"
 
@@ -25,6 +26,7 @@ using demo::makeUsers;
 using demo::Random;
 using demo::RowWriter;
 using demo::saveDatabase;
+using demo::saveLists;
 using demo::Urn;
 using qmevents::Clock;
 using qmevents::Date;
@@ -148,6 +150,10 @@ DemoCounts fill(const std::shared_ptr<Database>& database, const DemoOptions& op
     counts.gifts =
         makeGifts(rows, urn, codes, events, random.branch(giftTopic), options.gifts, today);
     transaction.commit();
+    watching(nobody, [&] {
+        saveLists(session.app());
+        return true;
+    });
     return counts;
 }
 

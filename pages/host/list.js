@@ -13,6 +13,7 @@ import { listReportsMenu } from "./list_reports.js";
 import { listRows, readResult, textsOf } from "./list_rows.js";
 
 const mostPrinted = 5000;
+const permissionDenied = 70;
 const byId = (id) => document.getElementById(id);
 const smartLists = () => App.Modules.Quillmere.Smartlists;
 const nouns = {
@@ -302,13 +303,18 @@ startPage("Lists", async ({ format, allowed }) => {
     runOnce(byId("print"), printAll);
 
     const address = new URLSearchParams(location.search);
-    const opened = address.has("id")
-        ? await smartLists().GetList(Number(address.get("id")) || 0)
-        : await smartLists().GetNewList(address.get("type") ?? "donors");
+    let opened;
+    try {
+        opened = address.has("id")
+            ? await smartLists().GetList(Number(address.get("id")) || 0)
+            : await smartLists().GetNewList(address.get("type") ?? "donors");
+    } catch (error) {
+        if (error.number !== permissionDenied) throw error;
+        return showNothing("List not shown", "You may not see gifts.");
+    }
     if (!opened) {
-        byId("title").textContent = "List not found";
-        byId("made").textContent = "This list no longer exists. It may have been deleted by another user.";
-        return;
+        return showNothing("List not found",
+            "This list no longer exists. It may have been deleted by another user.");
     }
     await open(opened);
     for (const type of ["donations", "pledges"]) {
@@ -318,6 +324,12 @@ startPage("Lists", async ({ format, allowed }) => {
     byId("definition").hidden = false;
     await show();
 });
+
+function showNothing(title, why) {
+    document.title = `${title} - Quillmere`;
+    byId("title").textContent = title;
+    byId("made").textContent = why;
+}
 
 /** The choices of a criterion, read once. */
 function choicesOf(schema) {

@@ -60,8 +60,10 @@ export function listRows(table, more, { format, onSort }) {
                     className: isNumeric(column) ? "number" : "",
                     data: { sort: column.Name },
                 })));
+            const focused = document.activeElement?.closest("th[data-sort]")?.dataset.sort;
             table.tHead.replaceChildren(heads);
             sortableHeads(table, onSort)({ ...order, key: nameIn(columns, order.key) });
+            if (focused) headOf(table, focused)?.focus();
             table.hidden = count === 0 || columns.length === 0;
             await rows.show(count);
         },
@@ -100,6 +102,11 @@ export async function readResult(result) {
 export async function textsOf(collection) {
     const count = await collection.Count;
     return all(Array.from({ length: count }, (_, index) => ask.call(collection.Item(index + 1))));
+}
+
+function headOf(table, name) {
+    const heads = [...table.tHead.querySelectorAll("th")];
+    return heads.find(({ dataset }) => dataset.sort === name)?.querySelector("button");
 }
 
 function nameIn(columns, key) {
