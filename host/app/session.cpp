@@ -110,7 +110,8 @@ Session::Implementation::Implementation(SessionOptions options) : parts_(std::mo
          .frontEnd = options.frontEnd,
          .shell = makeShell(*options.frontEnd),
          .raise = [this](const std::string& key, Value data) { raise(key, std::move(data)); },
-         .doEvents = std::move(options.onDoEvents)});
+         .doEvents = std::move(options.onDoEvents),
+         .app = [this] { return Ref<Object>(app); }});
     app = makeRef<App>(context);
     try {
         makeRootObjects();

@@ -31,6 +31,7 @@ public:
         Ref<Shell> shell = {};
         std::function<void(const std::string& key, Value data)> raise = {};
         std::function<void()> doEvents = {};
+        std::function<Ref<Object>()> app = {};
     };
 
     SqlSession& sql() const { return *live().sql; }
@@ -38,6 +39,8 @@ public:
     const Ref<Shell>& shell() const { return live().shell; }
     void raise(const std::string& key, Value data) const { live().raise(key, std::move(data)); }
     void doEvents() const;
+    /// What scripts call App.
+    Ref<Object> app() const { return live().app(); }
 
     void begin(Live live) { live_ = std::move(live); }
     void end() { live_.reset(); }

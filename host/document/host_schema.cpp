@@ -71,7 +71,7 @@ constexpr HostTable documentTables[] = {
      reminderIndexes},
     {"mailing_lists",
      "id COUNTER PRIMARY KEY, listkey TEXT(100) NOT NULL, source TEXT(100), "
-     "FKuserId LONG DEFAULT 0, created DATETIME",
+     "FKuserId LONG DEFAULT 0, created DATETIME, reference MEMO, mailingtype TEXT(50), letter MEMO",
      mailingListIndexes},
     {"mailing_list_donors",
      "id COUNTER PRIMARY KEY, FKListId LONG NOT NULL, FKDonorId LONG NOT NULL",
@@ -79,6 +79,16 @@ constexpr HostTable documentTables[] = {
     {"smartlist_runs", "id COUNTER PRIMARY KEY, FKuserId LONG DEFAULT 0, created DATETIME"},
     {"smartlist_records", // id is the record's: statements read it as such
      "recordkey COUNTER PRIMARY KEY, FKRunId LONG NOT NULL, id LONG NOT NULL", listRecordIndexes},
+};
+
+/// Columns that tables of earlier databases lack.
+struct AddedColumn {
+    const char *table, *name, *type;
+};
+constexpr AddedColumn addedColumns[] = {
+    {"mailing_lists", "reference", "MEMO"},
+    {"mailing_lists", "mailingtype", "TEXT(50)"},
+    {"mailing_lists", "letter", "MEMO"},
 };
 
 // What no statement of a script or add-in may touch.
@@ -97,6 +107,13 @@ constexpr const char* hostStatements[] = {
     "type TEXT NOT NULL COLLATE NOCASE, name TEXT NOT NULL COLLATE NOCASE, "
     "definition TEXT NOT NULL, owner_id INTEGER NOT NULL, changed_by INTEGER NOT NULL, "
     "changed TEXT NOT NULL, revision INTEGER NOT NULL, UNIQUE (type, name))",
+    // In a database from before rights could be given, who may do all else may do this too.
+    "INSERT OR IGNORE INTO host_user_rights (user_id, name) "
+    "SELECT held.user_id, added.name FROM host_user_rights held, "
+    "(SELECT 'security/edit' AS name UNION SELECT 'settings/edit') added "
+    "WHERE NOT EXISTS (SELECT 1 FROM host_user_rights WHERE name = 'security/edit') "
+    "AND held.name IN ('events/view', 'events/edit', 'events/delete', 'mailings/send', "
+    "'donations/view', 'events/settings') GROUP BY held.user_id, added.name HAVING COUNT(*) = 6",
 };
 
 bool exists(SqlSession& sql, const std::string& table)
@@ -104,6 +121,13 @@ bool exists(SqlSession& sql, const std::string& table)
     return !sql.hostQuery("SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = ? "
                           "COLLATE NOCASE",
                           {table})
+                .empty();
+}
+
+bool hasColumn(SqlSession& sql, const std::string& table, const std::string& column)
+{
+    return !sql.hostQuery("SELECT 1 FROM pragma_table_info(?) WHERE name = ? COLLATE NOCASE",
+                          {table, column})
                 .empty();
 }
 
@@ -127,6 +151,10 @@ void createHostTables(const std::shared_ptr<Database>& database)
     for (const char* statement : hostStatements) sql.hostExecute(statement);
     for (const HostTable& table : documentTables) {
         if (!exists(sql, table.name)) create(sql, table);
+    }
+    for (const auto& [table, name, type] : addedColumns) {
+        if (hasColumn(sql, table, name)) continue;
+        sql.execute(std::string("ALTER TABLE ") + table + " ADD COLUMN " + name + " " + type);
     }
 }
 

@@ -84,10 +84,10 @@ public:
     static constexpr std::string_view ClassName = "DonorModule";
     const Members& members() const override;
 
-    DonorModule(const SharedContext& context, Ref<Donors> allDonors)
+    DonorModule(const SharedContext& context, Ref<Donors> allDonors, Ref<Mailings> setUp)
         : manage(qmevents::makeRef<DonorManage>(context)),
-          mailings(qmevents::makeRef<MailingManage>(context)), donors(std::move(allDonors)),
-          dialogs(qmevents::makeRef<DonorDialogs>(context))
+          mailings(qmevents::makeRef<MailingManage>(context, std::move(setUp))),
+          donors(std::move(allDonors)), dialogs(qmevents::makeRef<DonorDialogs>(context))
     {
     }
     Ref<DonorManage> manage;

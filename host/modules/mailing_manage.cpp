@@ -19,57 +19,12 @@ namespace {
 
 // The lists' own columns, how many donors of each are still there, and who collected it.
 constexpr const char* listQuery =
-    "SELECT l.id, l.listkey, l.source, l.FKuserId, l.created, (SELECT COUNT(*) FROM "
+    "SELECT l.id, l.listkey, l.source, l.FKuserId, l.created, l.reference, l.mailingtype, "
+    "l.letter, (SELECT COUNT(*) FROM "
     "mailing_list_donors m INNER JOIN donor_donors d ON m.FKDonorId = d.id WHERE m.FKListId = l.id "
     "AND d.deleted = 0) AS DonorCount FROM mailing_lists l";
 
 } // namespace
-
-const Members& MailingList::members() const
-{
-    static const Members table =
-        describe<MailingList>("A list of donors that a mailing goes to.")
-            .readOnly("Id", &MailingList::Id, "The key of its row.")
-            .readOnly("Key", &MailingList::Key, "The key that it was collected under.")
-            .readOnly("Source", &MailingList::Source,
-                      "The module that started the mailing; empty before it has started.")
-            .readOnly("CreatedBy", &MailingList::CreatedBy, "Who collected it.")
-            .readOnly("CreateDate", &MailingList::CreateDate, "When it was collected.")
-            .readOnly("DonorCount", &MailingList::DonorCount, "How many donors stood on it.")
-            .readOnly("Donors", &MailingList::Donors, "The donors, by name.")
-            .method("Delete", &MailingList::Delete, "Removes the list, not its donors.");
-    return table;
-}
-
-Ref<Collection> MailingList::Donors() const
-{
-    const auto donors = makeRef<Collection>();
-    readRows(context_,
-             "SELECT d.id, d.display, d.entitytype FROM mailing_list_donors m INNER JOIN "
-             "donor_donors d ON m.FKDonorId = d.id WHERE d.deleted = 0 AND m.FKListId = " +
-                 std::to_string(Id) + " ORDER BY d.display, d.id",
-             [&](const Cursor& row) {
-                 const auto donor = makeRef<SmallDonor>();
-                 donor->Id = cellOr<std::int32_t>(row, "id", 0);
-                 donor->Display = cellOr<std::string>(row, "display", "");
-                 donor->EntityType = cellOr<std::string>(row, "entitytype", "");
-                 donors->append(Value(donor));
-             });
-    return donors;
-}
-
-void MailingList::Delete() const
-{
-    if (!Security(context_).IsAllowed("mailings/send")) {
-        throw Error::with(ErrorNumber::permissionDenied, "you may not send mailings");
-    }
-    Transaction transaction(context_->sql());
-    const std::string id = std::to_string(Id);
-    runStatement(context_, "DELETE FROM mailing_list_donors WHERE FKListId = " + id);
-    runStatement(context_, "DELETE FROM mailing_lists WHERE id = " + id);
-    transaction.commit();
-    context_->frontEnd().refresh();
-}
 
 const Members& MailingManage::members() const
 {
@@ -133,11 +88,13 @@ void MailingManage::StartMailingProcess(const std::string& source, const std::st
     if (isCollecting_) {
         throw Error::with(ErrorNumber::invalidCall, "the mailing is still being collected");
     }
+    const auto setup = mailings_->setUp(listKey);
     Transaction transaction(context_->sql());
     const std::int32_t known = idOf(listKey);
     const std::int32_t list = known != 0 ? known : makeList(listKey);
     runStatement(context_, "UPDATE mailing_lists SET source = " + text(source) +
-                               " WHERE id = " + std::to_string(list));
+                               ", reference = " + text(setup->Reference) + ", mailingtype = " +
+                               text(setup->MailingType) + " WHERE id = " + std::to_string(list));
     transaction.commit();
     context_->shell()->Navigate("obsidian://host/mailings?list=" + listKey, {});
 }
@@ -148,13 +105,16 @@ Ref<Collection> MailingManage::Lists() const
     const Users users(context_);
     readRows(context_, std::string(listQuery) + " ORDER BY l.created DESC, l.id DESC",
              [&](const Cursor& row) {
-                 const auto list = makeRef<MailingList>(context_);
+                 const auto list = makeRef<MailingList>(context_, mailings_);
                  list->Id = cellOr<std::int32_t>(row, "id", 0);
                  list->Key = cellOr<std::string>(row, "listkey", "");
                  list->Source = cellOr<std::string>(row, "source", "");
                  const auto user = users.FromId(cellOr<std::int32_t>(row, "FKuserId", 0));
                  if (user) list->CreatedBy = user->Name();
                  list->CreateDate = row.value(row.columnIndex("created").value());
+                 list->Reference = cellOr<std::string>(row, "reference", "");
+                 list->MailingType = cellOr<std::string>(row, "mailingtype", "");
+                 list->Letter = cellOr<std::string>(row, "letter", "");
                  list->DonorCount = cellOr<std::int32_t>(row, "DonorCount", 0);
                  lists->append(Value(list), list->Key);
              });

@@ -2,32 +2,9 @@
 
 #include <string>
 
-#include "automation/collection.h"
-#include "host/app/session_context.h"
+#include "host/modules/mailing_list.h"
 
 namespace refhost {
-
-/// A list of donors that a mailing goes to, as it was collected.
-class MailingList : public qmevents::DescribedObject {
-public:
-    static constexpr std::string_view ClassName = "MailingList";
-    const Members& members() const override;
-
-    explicit MailingList(SharedContext context) : context_(std::move(context)) {}
-    std::int32_t Id = 0;
-    std::string Key;
-    std::string Source;    ///< The module that started the mailing; empty before it has started.
-    std::string CreatedBy; ///< The name of the user who collected it.
-    Value CreateDate;
-    std::int32_t DonorCount = 0; ///< When the list was read.
-    /// The donors (SmallDonor) by name; those deleted since are left out.
-    Ref<qmevents::Collection> Donors() const;
-    /// Removes the list, not its donors; error 70 without the right to send mailings.
-    void Delete() const;
-
-private:
-    SharedContext context_;
-};
 
 /// `App.Modules.donor.MailingManage`: collects lists of donors and starts mailings to them.
 class MailingManage : public qmevents::DescribedObject {
@@ -35,7 +12,10 @@ public:
     static constexpr std::string_view ClassName = "MailingManage";
     const Members& members() const override;
 
-    explicit MailingManage(SharedContext context) : context_(std::move(context)) {}
+    MailingManage(SharedContext context, Ref<Mailings> mailings)
+        : context_(std::move(context)), mailings_(std::move(mailings))
+    {
+    }
 
     /// Begins the collecting of donors; error 5 while it is going on already.
     void OpenMailingDialog();
@@ -58,6 +38,7 @@ private:
     std::string text(const std::string& value) const;
 
     SharedContext context_;
+    Ref<Mailings> mailings_;
     bool isCollecting_ = false;
 };
 

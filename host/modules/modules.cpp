@@ -27,14 +27,6 @@ constexpr ModuleName names[] = {
 
 } // namespace
 
-const Members& Mailings::members() const
-{
-    static const Members table =
-        describe<Mailings>("What mailings are made of.")
-            .readOnly("FieldSchema", &Mailings::fieldSchema, "The fields that letters can hold.");
-    return table;
-}
-
 const Members& QuillmereModule::members() const
 {
     static const Members table =
@@ -43,14 +35,17 @@ const Members& QuillmereModule::members() const
             .readOnly("Mailings", &QuillmereModule::mailings, "Mailings.")
             .readOnly("Reports", &QuillmereModule::reports, "Reports.")
             .readOnly("Settings", &QuillmereModule::settings, "Settings.")
-            .readOnly("Donors", &QuillmereModule::donors, "Donors and their details page.");
+            .readOnly("Donors", &QuillmereModule::donors, "Donors and their details page.")
+            .readOnly("Widgets", &QuillmereModule::widgets, "The start page.")
+            .readOnly("Codes", &QuillmereModule::codes, "Funds, campaigns, appeals and assignees.");
     return table;
 }
 
 QuillmereModule::QuillmereModule(const SharedContext& context, Ref<Donors> allDonors)
-    : smartLists(makeRef<SmartLists>(context)), mailings(makeRef<Mailings>()),
+    : smartLists(makeRef<SmartLists>(context)), mailings(makeRef<Mailings>(context)),
       reports(makeRef<Reports>(context, smartLists)), settings(makeRef<Settings>(context)),
-      donors(std::move(allDonors))
+      donors(std::move(allDonors)), widgets(makeRef<Widgets>(context)),
+      codes(makeRef<Codes>(context))
 {
 }
 
@@ -80,8 +75,9 @@ const Members& Modules::members() const
 Modules::Modules(const SharedContext& context)
     : events(makeRef<EventsModule>(context)), donors(makeRef<Donors>(context)),
       quillmere(makeRef<QuillmereModule>(context, donors)),
-      donor(makeRef<DonorModule>(context, donors)), donation(makeRef<DonationModule>(context)),
-      actions(makeRef<ActionsModule>(context)), loader(makeRef<LoaderModule>())
+      donor(makeRef<DonorModule>(context, donors, quillmere->mailings)),
+      donation(makeRef<DonationModule>(context)), actions(makeRef<ActionsModule>(context)),
+      loader(makeRef<LoaderModule>())
 {
 }
 

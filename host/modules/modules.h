@@ -4,22 +4,16 @@
 
 #include "host/lists/smart_lists.h"
 #include "host/modules/actions_module.h"
+#include "host/modules/codes.h"
 #include "host/modules/donation_module.h"
 #include "host/modules/donor_page.h"
 #include "host/modules/events_module.h"
-#include "host/modules/field_schema.h"
+#include "host/modules/mailings.h"
 #include "host/modules/reports.h"
+#include "host/modules/settings.h"
+#include "host/modules/widgets.h"
 
 namespace refhost {
-
-/// `App.Modules.Quillmere.Mailings`.
-class Mailings : public qmevents::DescribedObject {
-public:
-    static constexpr std::string_view ClassName = "Mailings";
-    const Members& members() const override;
-
-    Ref<FieldSchema> fieldSchema = qmevents::makeRef<FieldSchema>("mailings");
-};
 
 /// `App.Modules.Quillmere`, the host's core module.
 class QuillmereModule : public qmevents::DescribedObject {
@@ -33,6 +27,8 @@ public:
     Ref<Reports> reports;
     Ref<Settings> settings;
     Ref<Donors> donors;
+    Ref<Widgets> widgets;
+    Ref<Codes> codes;
 };
 
 /// `App.Modules.Loader`.

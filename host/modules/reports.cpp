@@ -203,36 +203,4 @@ Ref<ReportRun> Reports::Open(const std::string& folder, const std::string& key,
     return makeRef<ReportRun>(std::move(inquiry));
 }
 
-const Members& SettingCategory::members() const
-{
-    static const Members table =
-        describe<SettingCategory>("An entry among the settings.")
-            .property("Key", &SettingCategory::Key, "The key among the entries.")
-            .property("Name", &SettingCategory::Name, "What the user sees.")
-            .property("Description", &SettingCategory::Description, "What it is about.")
-            .property("Iconimage", &SettingCategory::Iconimage, "Path of its icon.")
-            .property("Script", &SettingCategory::Script, "The line that opens it.")
-            .property("Operation", &SettingCategory::Operation, "The right that a user needs.");
-    return table;
-}
-
-const Members& Settings::members() const
-{
-    static const Members table =
-        describe<Settings>("The settings that modules offer.")
-            .readOnly("Categories", &Settings::Categories, "The entries, by their keys.")
-            .method("GetNewCategory", &Settings::GetNewCategory, "A new entry, to be added.")
-            .method("Load", &Settings::Load, "Asks the modules for their entries, anew.");
-    return table;
-}
-
-Ref<SettingCategory> Settings::GetNewCategory() const { return makeRef<SettingCategory>(); }
-
-Ref<Collection> Settings::Load()
-{
-    Categories->clear();
-    context_->raise("settings-categories", Value(Categories));
-    return Categories;
-}
-
 } // namespace refhost

@@ -70,30 +70,4 @@ private:
     Ref<SmartLists> smartLists_;
 };
 
-/// An entry among the settings.
-class SettingCategory : public qmevents::DescribedObject {
-public:
-    static constexpr std::string_view ClassName = "SettingCategory";
-    const Members& members() const override;
-
-    std::string Key, Name, Description, Iconimage;
-    std::string Script;    ///< The line that opens it.
-    std::string Operation; ///< The right that a user needs; empty for none.
-};
-
-/// `App.Modules.Quillmere.Settings`.
-class Settings : public qmevents::DescribedObject {
-public:
-    static constexpr std::string_view ClassName = "Settings";
-    const Members& members() const override;
-
-    explicit Settings(SharedContext context) : context_(std::move(context)) {}
-    Ref<qmevents::Collection> Categories = qmevents::makeRef<qmevents::Collection>();
-    Ref<SettingCategory> GetNewCategory() const;
-    Ref<qmevents::Collection> Load(); ///< Asks the modules for their entries, anew.
-
-private:
-    SharedContext context_;
-};
-
 } // namespace refhost

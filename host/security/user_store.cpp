@@ -14,7 +14,8 @@ using qmevents::Error;
 using qmevents::ErrorNumber;
 
 constexpr std::string_view rights[] = {"events/view",   "events/edit",    "events/delete",
-                                       "mailings/send", "donations/view", "events/settings"};
+                                       "mailings/send", "donations/view", "events/settings",
+                                       "settings/edit", rightToGiveRights};
 
 User userOf(const HostRow& row)
 {
@@ -108,9 +109,7 @@ void UserStore::grant(std::int32_t userId, const std::string& right)
 {
     for (const std::string_view known : rights) {
         if (!qmevents::text::sameName(known, right)) continue;
-        sql_.hostExecute("INSERT OR IGNORE INTO host_user_rights (user_id, name) VALUES (?, ?)",
-                         {number(userId), std::string(known)});
-        return;
+        return give(userId, std::string(known));
     }
     throw Error::with(ErrorNumber::invalidCall, "there is no right called " + right);
 }
@@ -120,10 +119,20 @@ void UserStore::grantAll(std::int32_t userId)
     for (const std::string_view right : rights) grant(userId, std::string(right));
 }
 
-void UserStore::revoke(std::int32_t userId, const std::string& right)
+void UserStore::give(std::int32_t userId, const std::string& right)
 {
-    sql_.hostExecute("DELETE FROM host_user_rights WHERE user_id = ? AND name = ?",
+    sql_.hostExecute("INSERT OR IGNORE INTO host_user_rights (user_id, name) VALUES (?, ?)",
                      {number(userId), right});
+}
+
+bool UserStore::revoke(std::int32_t userId, const std::string& right)
+{
+    // One statement, so that two users who take it from each other cannot both succeed.
+    sql_.hostExecute("DELETE FROM host_user_rights WHERE user_id = ?1 AND name = ?2 AND "
+                     "(name <> ?3 OR EXISTS (SELECT 1 FROM host_user_rights other "
+                     "WHERE other.name = ?3 AND other.user_id <> ?1))",
+                     {number(userId), right, std::string(rightToGiveRights)});
+    return !hasRight(userId, right);
 }
 
 bool UserStore::hasRight(std::int32_t userId, const std::string& right)

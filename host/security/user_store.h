@@ -20,6 +20,9 @@ struct User {
 /// What it costs to hash a password: as much as a person signing in bears, or hardly anything.
 enum class PasswordCost { interactive, minimal };
 
+/// The right to give rights: at least one user keeps it.
+inline constexpr const char* rightToGiveRights = "security/edit";
+
 /// The names of all rights that the host and the add-in ask for.
 std::span<const std::string_view> knownRights();
 
@@ -43,7 +46,10 @@ public:
     /// Error 5 for a right that nobody asks for.
     void grant(std::int32_t userId, const std::string& right);
     void grantAll(std::int32_t userId);
-    void revoke(std::int32_t userId, const std::string& right);
+    /// Gives a right that a module has declared, as it is spelled there.
+    void give(std::int32_t userId, const std::string& right);
+    /// False when it is the right to give rights and nobody else has it: then nothing changes.
+    bool revoke(std::int32_t userId, const std::string& right);
     bool hasRight(std::int32_t userId, const std::string& right);
     std::vector<std::string> rightsOf(std::int32_t userId);
 

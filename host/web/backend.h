@@ -17,6 +17,8 @@ public:
     virtual ~SignedIn() = default;
     virtual qmevents::Ref<qmevents::Object> app() = 0;
     virtual std::vector<std::string> rights() = 0;
+    /// Whether the user may open the page at `path`, such as "/events/events-view".
+    virtual bool mayOpen(const std::string& path) = 0;
 };
 
 /// The host behind the web server.

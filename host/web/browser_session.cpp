@@ -51,16 +51,20 @@ std::string randomText(std::size_t bytes)
 }
 
 BrowserSession::BrowserSession(Backend& backend, const std::string& user,
-                               std::chrono::milliseconds grace)
+                               std::chrono::milliseconds grace,
+                               std::shared_ptr<SignInProgress> progress)
     : token_(randomText(32)), views_(grace), lastUsed_(std::chrono::steady_clock::now()),
       onThread_(std::make_unique<OnThread>()),
       apartment_(
-          [this, &backend, user] {
+          [this, &backend, user, progress = std::move(progress)] {
               auto& mine = *onThread_;
               mine.frontEnd = std::make_unique<WebFrontEnd>(apartment_, views_);
+              mine.frontEnd->beginSignIn(progress);
               mine.signedIn = backend.signIn(user, *mine.frontEnd, [this] {
+                  onThread_->frontEnd->tellProgress();
                   if (apartment_.depth() < 16) apartment_.runPending();
               });
+              firstPage_ = mine.frontEnd->endSignIn();
               mine.desk = std::make_unique<Desk>(mine.signedIn->app(), *mine.frontEnd);
           },
           [this] {
@@ -107,6 +111,14 @@ std::optional<std::string> BrowserSession::description()
                 .dump(-1, ' ', false, json::error_handler_t::replace);
     });
     return ran ? std::optional(std::move(answer)) : std::nullopt;
+}
+
+std::optional<bool> BrowserSession::mayOpen(const std::string& path)
+{
+    lastUsed_ = std::chrono::steady_clock::now();
+    bool answer = false;
+    const bool ran = apartment_.run([&] { answer = onThread_->signedIn->mayOpen(path); });
+    return ran ? std::optional(answer) : std::nullopt;
 }
 
 void BrowserSession::leave(const std::string& view)

@@ -18,17 +18,35 @@ public:
     qmevents::Ref<qmevents::Object> app() override { return session_.app(); }
     std::vector<std::string> rights() override
     {
-        std::vector<std::string> held;
-        for (const auto right : knownRights()) {
-            std::string name(right);
-            if (session_.application().security()->IsAllowed(name)) held.push_back(std::move(name));
-        }
-        return held;
+        return session_.application().security()->heldRights();
     }
+    bool mayOpen(const std::string& path) override;
 
 private:
     Session session_;
 };
+
+constexpr std::string_view addInFolder = "/events/";
+
+struct GuardedPage {
+    std::string_view path;
+    const char* right;
+};
+constexpr GuardedPage guardedPages[] = {
+    {"/host/rights", rightToGiveRights},
+    {"/host/codes", "settings/edit"},
+};
+
+bool HostSession::mayOpen(const std::string& path)
+{
+    for (const auto& [guarded, right] : guardedPages) {
+        if (path == guarded) return session_.application().security()->IsAllowed(right);
+    }
+    if (!path.starts_with(addInFolder)) return true;
+    const std::string item = path.substr(addInFolder.size());
+    const auto security = session_.application().modules()->events->rootObject("Security");
+    return toBool(call(security, "IsPageItemAllowed", item));
+}
 
 } // namespace
 

@@ -81,10 +81,12 @@ void PageRequests::handle(const Request& request, Response& response)
     const std::string name(rawPath(request).substr(folder.size()));
     const auto found = std::ranges::find(routes, name, &Route::name);
     const bool isSignIn = name == "signin";
-    if (found == routes.end() && !isSignIn && !Desk::knows(name))
+    const bool isProgress = name == "signin-progress";
+    const bool needsSession = !isSignIn && !isProgress;
+    if (found == routes.end() && needsSession && !Desk::knows(name))
         return sendFailure(response, 404, "There is no such request.");
     const Route route =
-        found != routes.end() ? *found : Route{name, "POST", !isSignIn, &PageRequests::perform};
+        found != routes.end() ? *found : Route{name, "POST", needsSession, &PageRequests::perform};
     if (request.method != route.method) {
         response.set_header("Allow", std::string(route.method));
         return sendFailure(response, 405,
@@ -95,6 +97,7 @@ void PageRequests::handle(const Request& request, Response& response)
     if (refused) return sendFailure(response, refused->status, refused->reason);
     try {
         if (isSignIn) return signIn(request, response);
+        if (isProgress) return signInProgress(request, response);
         const Session session = sessions_.find(cookieOf(request));
         if (!session) return sendFailure(response, 401, "Nobody is signed in.");
         if (route.needsToken && request.get_header_value("X-Token") != session->token())
@@ -135,10 +138,15 @@ void PageRequests::signIn(const Request& request, Response& response)
     }
     guard_.succeeded(user);
     sessions_.remove(cookieOf(request));
+    const SignInAttempts::Scope attempt(
+        attempts_, body.contains("attempt") ? textIn(body, "attempt") : std::string());
     std::string value;
+    std::string firstPage;
     try {
-        value =
-            sessions_.add(std::make_shared<BrowserSession>(backend_, *name, options_.viewGrace));
+        const auto session = std::make_shared<BrowserSession>(backend_, *name, options_.viewGrace,
+                                                              attempt.progress());
+        firstPage = session->firstPage();
+        value = sessions_.add(session);
     } catch (const std::exception& fault) {
         return sendFailure(response, 500,
                            std::string("The session could not begin: ") + fault.what());
@@ -146,7 +154,21 @@ void PageRequests::signIn(const Request& request, Response& response)
     if (value.empty())
         return sendFailure(response, 503, "The server takes no more users at present.");
     response.set_header("Set-Cookie", cookie(value, false));
-    sendJson(response, 200, R"({"ok":true})");
+    json answer{{"ok", true}};
+    if (!firstPage.empty()) answer["page"] = firstPage;
+    sendJson(response, 200, answer.dump(-1, ' ', false, json::error_handler_t::replace));
+}
+
+void PageRequests::signInProgress(const Request& request, Response& response) const
+{
+    const auto progress = attempts_.find(textIn(parseBody(request.body), "attempt"));
+    json answer = json::object();
+    if (progress) {
+        const auto [heading, description, done, total] = progress->state();
+        answer = {
+            {"heading", heading}, {"description", description}, {"done", done}, {"total", total}};
+    }
+    sendJson(response, 200, answer.dump(-1, ' ', false, json::error_handler_t::replace));
 }
 
 void PageRequests::signOut(const Request& request, Response& response, const Session&)

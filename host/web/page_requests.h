@@ -12,6 +12,7 @@
 #include "host/web/backend.h"
 #include "host/web/session_store.h"
 #include "host/web/sign_in_guard.h"
+#include "host/web/sign_in_progress.h"
 
 namespace refhost {
 
@@ -42,6 +43,7 @@ private:
     struct Route;
 
     void signIn(const Request& request, Response& response);
+    void signInProgress(const Request& request, Response& response) const;
     void signOut(const Request& request, Response& response, const Session& session);
     void describe(const Request& request, Response& response, const Session& session);
     void stream(const Request& request, Response& response, const Session& session);
@@ -54,6 +56,7 @@ private:
     SessionStore& sessions_;
     const Options options_;
     SignInGuard guard_;
+    SignInAttempts attempts_;
     std::mutex authenticating_; // checking a password takes much memory
     std::atomic<int> streams_ = 0;
     std::atomic<bool> isClosed_ = false;

@@ -121,11 +121,50 @@ Button WebFrontEnd::ask(const Prompt& prompt)
 void WebFrontEnd::navigate(const std::string& url, bool)
 {
     if (const auto moved = view()) destinations_[moved.get()] = browserPath(url);
+    if (isSigningIn_) firstPage_ = browserPath(url);
+}
+
+void WebFrontEnd::beginSignIn(std::shared_ptr<SignInProgress> progress)
+{
+    isSigningIn_ = true;
+    progress_ = std::move(progress);
+}
+
+void WebFrontEnd::tellProgress()
+{
+    if (!progress_ || !progressEngine_ || !progressEngine_->isOpen(progressWindow_)) return;
+    const DialogValues& values = progressEngine_->valuesOf(progressWindow_);
+    const auto textOf = [&](const char* name) {
+        const auto found = values.find(name);
+        if (found == values.end()) return std::string();
+        try {
+            return toText(found->second);
+        } catch (const qmevents::Error&) {
+            return std::string(); // an object or the like, which says nothing to a user
+        }
+    };
+    progress_->tell({textOf("heading"), textOf("description"), textOf("done"), textOf("total")});
+}
+
+std::string WebFrontEnd::endSignIn()
+{
+    isSigningIn_ = false;
+    progress_.reset();
+    // A dialog that was never closed would have no page to close it from.
+    if (progressEngine_) progressEngine_->cancel(progressWindow_);
+    progressEngine_ = nullptr;
+    return std::move(firstPage_);
 }
 
 void WebFrontEnd::runDialog(const DialogWindow& window, DialogEngine& engine)
 {
     const auto shownIn = view();
+    if (isSigningIn_) {
+        progressEngine_ = &engine;
+        progressWindow_ = window.id;
+        tellProgress();
+        return;
+    }
     if (cannotWaitFor(shownIn)) return;
     viewsOfWindows_[window.id] = shownIn;
     views_.tell(shownIn, "dialog-open",

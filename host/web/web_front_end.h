@@ -7,6 +7,7 @@
 
 #include "host/shell/front_end.h"
 #include "host/web/apartment.h"
+#include "host/web/sign_in_progress.h"
 #include "host/web/view_hub.h"
 
 namespace refhost {
@@ -29,6 +30,14 @@ public:
         WebFrontEnd& frontEnd_;
     };
 
+    /// Until endSignIn there is no page yet: navigation is kept, and dialogs that are left open are
+    /// told to `progress`, which may be nothing.
+    void beginSignIn(std::shared_ptr<SignInProgress> progress);
+    /// Tells anew how the dialog that was left open during signing in stands.
+    void tellProgress();
+    /// The page that was navigated to; empty without one.
+    std::string endSignIn();
+
     void showMessage(const Message& message) override;
     Button ask(const Prompt& prompt) override;
     void navigate(const std::string& url, bool second) override;
@@ -50,6 +59,12 @@ private:
     std::vector<std::shared_ptr<View>> callers_;      // the innermost call's last
     std::map<const View*, std::string> destinations_; // where pages go once their calls ended
     std::map<int, std::shared_ptr<View>> viewsOfWindows_;
+
+    bool isSigningIn_ = false;
+    std::shared_ptr<SignInProgress> progress_;
+    DialogEngine* progressEngine_ = nullptr;
+    int progressWindow_ = 0;
+    std::string firstPage_;
 };
 
 } // namespace refhost

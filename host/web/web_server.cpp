@@ -29,6 +29,7 @@ constexpr std::size_t threads = 128;
 constexpr std::size_t longestBody = std::size_t{1024} * 1024;
 constexpr std::string_view signInPage = "/host/signin";
 constexpr std::string_view notFoundPage = "/host/404";
+constexpr std::string_view refusedPage = "/host/403";
 
 std::string encoded(std::string_view text)
 {
@@ -43,6 +44,17 @@ std::string encoded(std::string_view text)
             result += {'%', digits[byte >> 4U], digits[byte & 0xFU]};
     }
     return result;
+}
+
+/// Whether the session's user may open the page; nothing when the session has ended. What cannot be
+/// found out is not allowed.
+std::optional<bool> mayOpen(BrowserSession& session, const std::string& path)
+{
+    try {
+        return session.mayOpen(path);
+    } catch (const std::exception&) {
+        return false;
+    }
 }
 
 } // namespace
@@ -85,7 +97,9 @@ private:
     void bind();
     void handle(const Request& request, Response& response);
     void handlePage(const Request& request, Response& response);
-    void sendNotFound(Response& response) const;
+    /// The page at `path` with this status, or plain words when there is no such page.
+    void sendInstead(std::string_view path, int status, const std::string& words,
+                     Response& response) const;
 
     const WebServerOptions options_;
     const PageFiles files_;
@@ -162,12 +176,19 @@ void WebServer::Implementation::handlePage(const Request& request, Response& res
         response.set_header("Allow", "GET, HEAD");
         return sendFailure(response, 405, "Pages can only be read.");
     }
-    const bool isSignedIn = sessions_.find(requests_->cookieOf(request)) != nullptr;
+    const auto session = sessions_.find(requests_->cookieOf(request));
+    bool isSignedIn = session != nullptr;
     const std::string_view path = rawPath(request);
     if (path == "/")
         return response.set_redirect(isSignedIn ? "/host/home" : std::string(signInPage));
     auto file = files_.find(path);
-    if (!file) return sendNotFound(response);
+    if (!file) return sendInstead(notFoundPage, 404, "There is no page at this address.", response);
+    if (file->isPage && isSignedIn && path != signInPage) {
+        const auto isAllowed = mayOpen(*session, std::string(path));
+        if (isAllowed && !*isAllowed)
+            return sendInstead(refusedPage, 403, "You may not open this page.", response);
+        isSignedIn = isAllowed.has_value();
+    }
     if (file->isPage && !isSignedIn && path != signInPage) {
         return response.set_redirect(std::string(signInPage) + "?next=" + encoded(request.target));
     }
@@ -180,11 +201,12 @@ void WebServer::Implementation::handlePage(const Request& request, Response& res
     sendFile(response, 200, std::move(*file));
 }
 
-void WebServer::Implementation::sendNotFound(Response& response) const
+void WebServer::Implementation::sendInstead(std::string_view path, int status,
+                                            const std::string& words, Response& response) const
 {
-    auto page = files_.find(notFoundPage);
-    if (page) return sendFile(response, 404, std::move(*page));
-    sendFailure(response, 404, "There is no page at this address.");
+    auto page = files_.find(path);
+    if (page) return sendFile(response, status, std::move(*page));
+    sendFailure(response, status, words);
 }
 
 // --- The server

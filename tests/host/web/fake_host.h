@@ -151,12 +151,16 @@ public:
         return user;
     }
     std::unique_ptr<SignedIn> signIn(const std::string& user, FrontEnd& frontEnd,
-                                     std::function<void()>) override
+                                     std::function<void()> doEvents) override
     {
         if (user == "unlucky") throw std::runtime_error("no luck");
-        return std::make_unique<Fake>(user, frontEnd, *this);
+        auto session = std::make_unique<Fake>(user, frontEnd, *this);
+        if (onSignIn) onSignIn(session->shell(), doEvents);
+        return session;
     }
     std::atomic<int> alive = 0;
+    std::string refusedPath; ///< A page that nobody may open.
+    std::function<void(Shell&, const std::function<void()>& doEvents)> onSignIn;
 
 private:
     class Fake : public SignedIn {
@@ -168,8 +172,10 @@ private:
             ++backend_.alive;
         }
         ~Fake() override { --backend_.alive; }
+        Shell& shell() const { return *app_->shell; }
         qmevents::Ref<qmevents::Object> app() override { return app_; }
         std::vector<std::string> rights() override { return {"events/view"}; }
+        bool mayOpen(const std::string& path) override { return path != backend_.refusedPath; }
 
     private:
         FakeBackend& backend_;
