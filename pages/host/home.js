@@ -1,73 +1,105 @@
-// The start page: what comes next.
+// The start page: the widgets that the user has chosen, each on its own.
 
+import { App, list } from "../lib/app.js";
+import { build } from "../lib/build.js";
 import { bindKey } from "../lib/keys.js";
-import { reportFailure } from "../lib/notice.js";
+import { confirmBox } from "../lib/message_box.js";
+import { announce, reportFailure } from "../lib/notice.js";
 import { startPage } from "../lib/page.js";
-import { rowFrom } from "../lib/table.js";
 import { DateTime } from "../lib/values.js";
 import { commands } from "../events/addin.js";
-import { findEvents } from "../events/find_events.js";
-import { loadLookups, nameIn } from "../events/lookups.js";
-import { myTasks } from "./my_tasks.js";
+import { widgetBox } from "./widget_box.js";
 
-const shown = 6;
 const byId = (id) => document.getElementById(id);
+const widgets = () => App.Modules.Quillmere.Widgets;
 
 startPage("Home", async ({ session, format, allowed }) => {
     byId("greeting").textContent = `Welcome, ${session.user.name}`;
     byId("today").textContent = format.longDate(DateTime.of(session.today));
     byId("quick").hidden = false;
     byId("add").hidden = !allowed("events/edit");
-    byId("add").addEventListener("click", () => {
-        commands().AddEvent();
-    });
-    byId("find").addEventListener("click", () => {
-        commands().FindEvent();
-    });
-    bindKey("f", "Find an event", () => byId("find").click());
+    byId("find").hidden = !allowed("events/view");
+    byId("add").addEventListener("click", () => commands().AddEvent());
+    byId("find").addEventListener("click", () => commands().FindEvent());
+    byId("choose").addEventListener("click", () => choose().catch(reportFailure));
+    if (allowed("events/view")) bindKey("f", "Find an event", () => byId("find").click());
     if (allowed("events/edit")) bindKey("n", "Add an event", () => byId("add").click());
 
-    async function load() {
-        const state = { text: "", span: "coming", sort: "start", descending: false, shown };
-        const columns = ["Id", "Name", "StartDateTime", "FKLocationId"];
-        const [{ rows }, { FKLocationId }] = await Promise.all([
-            findEvents(state, columns, session),
-            loadLookups(["FKLocationId"]),
-        ]);
-        byId("next").replaceChildren(
-            ...rows.map((event) => {
-                const place = nameIn(FKLocationId, event.FKLocationId);
-                return itemOf(event, place, session.today, format);
-            }),
-        );
-        byId("empty").hidden = rows.length > 0;
+    const columns = ["Key", "Title", "Description", "IsShown"];
+    const { rows } = await list(widgets().Load(), columns);
+    let hidden = rows.filter(({ IsShown }) => !IsShown);
+    let boxes = rows.filter(({ IsShown }) => IsShown).map(boxOf);
+
+    function boxOf(widget) {
+        const box = widgetBox(widget, format, {
+            moveUp: () => move(box, -1),
+            moveDown: () => move(box, 1),
+            remove: () => remove(box),
+        });
+        return box;
     }
-    const mayEdit = allowed("events/edit");
-    const updateTasks = myTasks(byId("tasks"), byId("task"), { session, format, mayEdit });
-    const update = () => Promise.all([load(), updateTasks()]);
-    document.addEventListener("hostrefresh", () => update().catch(reportFailure));
-    await update();
+
+    /** Puts the boxes in their order; those that stay are not drawn anew. */
+    function arrange() {
+        const elements = boxes.map(({ element }) => element);
+        byId("widgets").replaceChildren(...elements);
+        byId("empty").hidden = boxes.length > 0;
+        byId("choose").hidden = hidden.length === 0;
+    }
+
+    function keep() {
+        arrange();
+        return widgets().Arrange(boxes.map(({ widget }) => widget.Key).join(","));
+    }
+
+    async function move(box, step) {
+        const from = boxes.indexOf(box);
+        const to = from + step;
+        if (to < 0 || to >= boxes.length) {
+            return announce(`${box.widget.Title} is the ${step < 0 ? "first" : "last"} already`);
+        }
+        boxes.splice(to, 0, ...boxes.splice(from, 1));
+        await keep();
+        box.focus();
+        announce(`${box.widget.Title} moved to place ${to + 1} of ${boxes.length}`);
+    }
+
+    async function remove(box) {
+        const place = boxes.indexOf(box);
+        boxes = boxes.filter((one) => one !== box);
+        hidden = [...hidden, box.widget];
+        await keep();
+        (boxes[place] ?? boxes.at(-1) ?? { focus: () => byId("choose").focus() }).focus();
+        announce(`${box.widget.Title} removed`);
+    }
+
+    async function choose() {
+        let chosen;
+        const offers = hidden.map((widget) =>
+            build("li", {}, build("button", { type: "button", on: { click: (event) => {
+                chosen = widget;
+                event.target.closest("dialog").close();
+            } } },
+                build("span", {}, build("b", { text: widget.Title }), build("br"),
+                    build("span", { className: "faint", text: widget.Description })))),
+        );
+        await confirmBox({
+            title: "Add a widget",
+            content: build("ul", { className: "chooser" }, ...offers),
+            buttons: [["cancel", "Cancel"]],
+        });
+        if (!chosen) return;
+        hidden = hidden.filter((widget) => widget !== chosen);
+        const box = boxOf(chosen);
+        boxes = [...boxes, box];
+        await keep();
+        await box.update();
+        box.focus();
+        announce(`${chosen.Title} added`);
+    }
+
+    arrange();
+    const updateAll = () => Promise.all(boxes.map((box) => box.update()));
+    document.addEventListener("hostrefresh", () => updateAll());
+    await updateAll();
 });
-
-function itemOf({ Id, Name, StartDateTime }, place, today, format) {
-    const [, month, day] = format.date(StartDateTime)
-        ? StartDateTime.date.split("-")
-        : ["", "", ""];
-    const time = format.time(StartDateTime) || "no time set";
-    const item = rowFrom(byId("next-event"), {
-        name: Name,
-        month: format.monthName(Number(month)),
-        day: Number(day),
-        when: [format.longDate(StartDateTime), time, place].filter(Boolean).join(" · "),
-        ahead: aheadText(today, StartDateTime.date),
-    });
-    item.querySelector("a").href = `/events/event-details?id=${Id}`;
-    return item;
-}
-
-function aheadText(today, date) {
-    const days = Math.round((Date.parse(date) - Date.parse(today)) / 86400000);
-    if (days === 0) return "today";
-    if (days === 1) return "tomorrow";
-    return days < 60 ? `in ${days} days` : `in ${Math.round(days / 30.4)} months`;
-}

@@ -77,10 +77,14 @@ export function parseCsv(text) {
 
 /** Gives `rows` to the user as a file called after `name`. */
 export function saveCsv(name, columns, rows) {
-    const file = new Blob([csvText(columns, rows)], { type: "text/csv;charset=utf-8" });
+    saveFile(`${fileName(name)}.csv`, "text/csv", csvText(columns, rows));
+}
+
+/** Gives `text` to the user as a file of this name and type. */
+export function saveFile(name, type, text) {
     const link = document.createElement("a");
-    link.href = URL.createObjectURL(file);
-    link.download = `${fileName(name)}.csv`;
+    link.href = URL.createObjectURL(new Blob([text], { type: `${type};charset=utf-8` }));
+    link.download = name;
     link.click();
     // The browser reads the file after the click has returned.
     setTimeout(() => URL.revokeObjectURL(link.href), 60000);

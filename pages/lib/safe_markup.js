@@ -47,6 +47,11 @@ function shown(node, run) {
         case "TD":
         case "TH":
             return [holder("span", "markup-cell", inner)];
+        case "STRONG":
+        case "SMALL":
+            return [holder(node.tagName, "", inner)];
+        case "METER":
+            return [meterOf(node, inner)];
         case "A":
             return [linkOf(node, inner, run)];
         default:
@@ -59,6 +64,16 @@ function holder(tag, className, inner) {
     element.className = className;
     element.append(...inner);
     return element;
+}
+
+/** A bar between two numbers, which is called by its words. */
+function meterOf(node, inner) {
+    const meter = holder("meter", "", inner);
+    const [min, max, value] = ["min", "max", "value"].map((name) => Number(node.getAttribute(name)));
+    if (!(max > min) || Number.isNaN(value)) return holder("span", "", inner);
+    Object.assign(meter, { min, max, value });
+    meter.setAttribute("aria-label", meter.textContent);
+    return meter;
 }
 
 function linkOf(node, inner, run) {

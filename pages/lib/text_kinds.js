@@ -4,7 +4,7 @@
 import { calendar, checkBox, input } from "./controls.js";
 import { DateTime } from "./values.js";
 
-export const textKinds = { oneOf, textOrOneOf, isoDate, flag, pick };
+export const textKinds = { oneOf, textOrOneOf, isoDate, flag, pick, password };
 
 /** One of `choices`, { name, visible }; a hidden one is offered only where it is chosen. */
 function oneOf({ none = "" }, format, choices) {
@@ -88,6 +88,22 @@ function pick({ none = "" }, format, choices) {
         },
         parse: () => ({ value: choiceOf(control.value)?.id ?? control.value }),
         text: (value) => (isNone(value) && !choiceOf(value) ? none : nameOf(value)),
+    };
+}
+
+/** A text that nobody reads over a shoulder; it has at least `least` characters. */
+function password({ required, least = 0 }) {
+    const control = input("password");
+    control.autocomplete = "new-password";
+    control.required = Boolean(required);
+    return {
+        ...asTyped(control),
+        parse() {
+            const { value } = control;
+            if (value.length >= least) return { value };
+            return { problem: `At least ${least} characters are needed.` };
+        },
+        text: () => "",
     };
 }
 

@@ -6,7 +6,7 @@ const fullEvent = 5;
 
 /** Each page and dialog: how to reach it, given an event's id, and what shows that it is there. */
 const places = {
-    home: [at("/host/home"), (page) => page.locator(".next-events a").first()],
+    home: [at("/host/home"), (page) => page.locator(".widget-body .markup-row").first()],
     events: [at("/events/events-view"), (page) => page.locator("tbody .row-actions").first()],
     nothing: [at("/events/events-view?q=zzz"), (page) => page.locator("#empty")],
     details: [at("/events/event-details?id="), (page) => page.getByText("Created by")],
