@@ -71,6 +71,9 @@ const sections = [
     },
 ];
 
+/** The overview's boxes, each { key, title }. */
+export const overviewBoxes = sections.map(({ key, title }) => ({ key, title }));
+
 const figures = sections.flatMap(({ rows }) => rows.map(([property]) => property));
 
 /** All that the overview reads of an event. */

@@ -4,6 +4,7 @@ import { set, App } from "../lib/app.js";
 import { reportFailure } from "../lib/notice.js";
 import { preferences, remember } from "../lib/preferences.js";
 import { tabRow } from "../lib/tabs.js";
+import { overviewBoxes } from "./details_overview.js";
 import { showBoxes } from "./details_view.js";
 import { tabs } from "./tabs/index.js";
 
@@ -27,14 +28,14 @@ export function tabsForModel(context, hidden) {
         }));
 }
 
-/** What the user can leave out: every tab but the first, and the boxes of that. */
-export function hideable(context) {
-    const [first, ...others] = tabs;
+/** What a user with certain rights can leave out: every tab but the first, and the boxes of that. */
+export function hideable({ allowed }) {
     return [
-        ...others
-            .filter(({ right }) => !right || context.allowed(right))
+        ...tabs
+            .slice(1)
+            .filter(({ right }) => !right || allowed(right))
             .map(({ key, title }) => ({ key: `tab-${key}`, title })),
-        ...first.sections(context).map(({ key, title }) => ({ key: `box-${key}`, title })),
+        ...overviewBoxes.map(({ key, title }) => ({ key: `box-${key}`, title })),
     ];
 }
 

@@ -1,9 +1,11 @@
 // The lookup lists: their items, which of them are offered, and in what order.
 
 import { bindKey } from "../lib/keys.js";
-import { reportFailure } from "../lib/notice.js";
+import { notice, reportFailure } from "../lib/notice.js";
 import { startPage } from "../lib/page.js";
 import { tabRow } from "../lib/tabs.js";
+import { chooseShown, readHidden } from "./details_choice.js";
+import { hideable } from "./details_tabs.js";
 import { lookupLists } from "./lookup_lists.js";
 import { lookupPanel } from "./lookup_panel.js";
 
@@ -29,6 +31,11 @@ startPage("Settings", async ({ format, allowed }) => {
             shown.panel.querySelector("[data-add]").click(),
         );
     }
+    async function customise() {
+        const isChanged = await chooseShown(hideable({ allowed }), await readHidden());
+        if (isChanged) notice("Events show these tabs and boxes from now on.");
+    }
+    byId("customise").addEventListener("click", () => customise().catch(reportFailure));
     document.addEventListener("hostrefresh", () => shown?.update().catch(reportFailure));
     await choose(new URLSearchParams(location.search).get("list"));
 });

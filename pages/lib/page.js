@@ -9,11 +9,11 @@ import { listen } from "./shell.js";
 
 const places = [
     { name: "Home", url: "/host/home" },
-    { name: "Events", url: "/events/events-view" },
+    { name: "Events", url: "/events/events-view", right: "events/view" },
     { name: "Lists", url: "/host/lists" },
     { name: "Reports", url: "/host/reports" },
     { name: "Mailings", url: "/host/mailings" },
-    { name: "Settings", url: "/events/events-settings" },
+    { name: "Settings", url: "/host/settings" },
 ];
 
 /**
@@ -33,6 +33,10 @@ export async function startPage(here, start) {
         document.getElementById("user-name").textContent = session.user.name;
         showLeftNotice();
         const rights = new Set(session.rights.map((right) => right.toLowerCase()));
+        for (const { url, right } of places) {
+            const link = document.querySelector(`.bar nav a[href="${url}"]`);
+            link.hidden = right !== undefined && !rights.has(right);
+        }
         await start({
             session,
             format: localeFormats(session.locale),

@@ -17,6 +17,7 @@ browserTest("A lookup list is kept in order, hidden from and thinned out", async
     const { page, newPage, axe, shot } = tools;
     await signIn(page, "anna");
     await page.getByRole("link", { name: "Settings" }).click();
+    await page.getByRole("button", { name: /^Events/ }).click();
     const dialog = dialogPage(page);
     for (const [list, thing] of [["Categories", "category"], ["Statuses", "status"],
         ["Invitation groups", "invitation group"], ["Locations", "location"]]) {
