@@ -5,6 +5,7 @@ import { confirmBox } from "../lib/message_box.js";
 import { announce, reportFailure } from "../lib/notice.js";
 import { startPage } from "../lib/page.js";
 import { arrowKeys, rowFrom } from "../lib/table.js";
+import { letterEditor } from "./letter_editor.js";
 
 const columns = ["Key", "Source", "CreatedBy", "CreateDate", "DonorCount"];
 const donorColumns = ["Display", "EntityType"];
@@ -14,12 +15,22 @@ const manage = () => App.Modules.donor.MailingManage;
 const key = new URLSearchParams(location.search).get("list");
 
 startPage("Mailings", async ({ format, allowed }) => {
+    let editor;
     async function load() {
         const { rows } = await list(manage().Lists, columns);
         if (key === null) return showLists(rows, format);
         const shown = rows.find((row) => row.Key.toLowerCase() === key.toLowerCase());
         byId("delete").hidden = !shown || !allowed("mailings/send");
         await showList(shown, format);
+        byId("donors-title").hidden = byId("donors").hidden;
+        if (!shown || shown.DonorCount === 0 || !allowed("mailings/send")) return;
+        if (editor) return editor.update();
+        editor = letterEditor(byId("letter"), await manage().GetList(key), {
+            count: shown.DonorCount,
+            allUrl: `/host/letters?list=${encodeURIComponent(key)}`,
+            format,
+        });
+        await editor.begin();
     }
     byId("delete").addEventListener("click", () => remove().catch(reportFailure));
     document.addEventListener("hostrefresh", () => load().catch(reportFailure));
