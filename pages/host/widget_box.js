@@ -52,6 +52,7 @@ export function widgetBox(widget, format, { moveUp, moveDown, remove }) {
         if (mine !== latest) return;
         const place = focusable().indexOf(document.activeElement);
         body.replaceChildren(...nodes);
+        nameFurtherLinks(body);
         body.removeAttribute("aria-busy");
         if (place >= 0) (focusable()[place] ?? focusable().at(-1) ?? heading).focus();
     }
@@ -98,4 +99,14 @@ export function widgetBox(widget, format, { moveUp, moveDown, remove }) {
     }
 
     return { widget, element, update, focus: () => opener.focus() };
+}
+
+/** Links after the first of a row say what they are about: "Complete" becomes "Complete <task>". */
+function nameFurtherLinks(body) {
+    for (const row of body.querySelectorAll(".markup-row")) {
+        const [first, ...others] = row.querySelectorAll("button");
+        for (const link of others) {
+            link.setAttribute("aria-label", `${link.textContent} ${first.textContent}`);
+        }
+    }
 }

@@ -101,8 +101,8 @@ browserTest("Home shows the user's open tasks, which can be completed there", as
     await first.getByText("Zz oldest").waitFor();
     assert.match(await first.textContent(), /^Overdue .*1\/1\/01.*Zz oldest.*Zz tasks/);
     await axe(page);
-    await first.getByRole("button", { name: "Complete" }).click();
-    await page.getByRole("button", { name: "Zz oldest" }).waitFor({ state: "detached" });
+    await first.getByRole("button", { name: "Complete Zz oldest" }).click();
+    await page.getByRole("button", { name: "Zz oldest", exact: true }).waitFor({ state: "detached" });
     assert.notEqual(await focused(page), "");
     await openTab(page, id, "Tasks");
     await expectTable(page, [/^Zz oldest.*Done/]);
