@@ -73,10 +73,12 @@ std::string content(const WidgetSettings& settings)
         const std::int32_t coming =
             std::max(acceptedCount.valueOr<std::int32_t>(0), reserved.valueOr<std::int32_t>(0));
         const std::string when = DateTimeUtil().GetShortDateTime(start.value());
-        std::vector<std::string> cells{markup::small(std::string(text::trim(when))),
-                                       markup::eventLink(toInt32(id.value()), "events_overview",
-                                                         name.valueOr<std::string>("")),
-                                       markup::words(place.valueOr<std::string>(""))};
+        std::string what = markup::eventLink(toInt32(id.value()), "events_overview",
+                                             name.valueOr<std::string>(""));
+        if (const auto where = place.valueOr<std::string>(""); !where.empty()) {
+            what += " " + markup::small(markup::words(where));
+        }
+        std::vector<std::string> cells{markup::small(std::string(text::trim(when))), what};
         for (auto& cell :
              fillLevel(coming, capacity.valueOr<std::int32_t>(0), goal.valueOr<std::int32_t>(0))) {
             cells.push_back(std::move(cell));

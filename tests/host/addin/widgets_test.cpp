@@ -113,14 +113,14 @@ TEST_P(Widgets, ShowHowFullUpcomingEventsAre)
     }
     const std::string gala = "<small>Today 7:00 PM</small>" + cells +
                              link(2, "overview", "&lt;b&gt;&quot;Gala&quot; &amp; Co&lt;/b&gt;") +
-                             cells + "Hall &amp; Yard" + cells +
+                             " <small>Hall &amp; Yard</small>" + cells +
                              "<meter min=\"0\" max=\"4\" value=\"4\">100%</meter>" + cells +
                              "4 of 4 places <strong>Full</strong>";
     const std::string run = "<small>12/1/26</small>" + cells + link(3, "overview", "Run") + cells +
-                            cells + "<meter min=\"0\" max=\"8\" value=\"2\">25%</meter>" + cells +
+                            "<meter min=\"0\" max=\"8\" value=\"2\">25%</meter>" + cells +
                             "2 of 8 hoped for";
-    const std::string talk = "<small>12/2/26</small>" + cells + link(4, "overview", "Talk") +
-                             cells + cells + cells + "0 coming";
+    const std::string talk =
+        "<small>12/2/26</small>" + cells + link(4, "overview", "Talk") + cells + cells + "0 coming";
     EXPECT_EQ(shown("events-upcoming"), table(gala + rows + run + rows + talk));
     EXPECT_EQ(set("events-upcoming", {{"rows", " 1 "}, {"days", "3"}}), "");
     EXPECT_EQ(shown("events-upcoming"), table(gala));
