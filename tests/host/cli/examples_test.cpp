@@ -73,7 +73,7 @@ TEST_F(Documentation, ShowsWhatItsExamplesPrint)
         EXPECT_EQ(outcome.out + outcome.err, text.substr(end + 1));
         ++examples;
     }
-    EXPECT_EQ(examples, 5);
+    EXPECT_EQ(examples, 6);
 }
 
 } // namespace
