@@ -19,10 +19,10 @@ using qmevents::text::replaceAll;
 /// One comparison: what it takes, and how it reads in SQL, where {v} is the criterion's
 /// expression and {1} and {2} are the literals of what it takes.
 struct Comparison {
-    ListKind kind;
-    const char* name;
-    std::size_t takes;
-    const char* sql;
+    ListKind kind = ListKind::text;
+    const char* name = "";
+    std::size_t takes = 0;
+    const char* sql = "";
     bool isPattern = false;      ///< A text's literal is a pattern that finds it anywhere,
     bool isAnchored = false;     ///< or at the start.
     bool lastIsWholeDay = false; ///< The last literal is the day after the one given.

@@ -45,7 +45,8 @@ std::int64_t ListRows::cellOf(ListKind kind, const Value& value)
     }
     default: {
         const auto place = static_cast<std::int64_t>(texts_.size());
-        texts_.append(qmevents::toText(value).c_str()).push_back('\0');
+        const std::string text = qmevents::toText(value);
+        texts_.append(text, 0, text.find('\0')).push_back('\0');
         return place;
     }
     }

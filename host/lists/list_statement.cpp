@@ -9,7 +9,6 @@
 namespace refhost {
 namespace {
 
-
 /// The tables of a statement: the records, and the sources that its expressions speak of.
 class Tables {
 public:

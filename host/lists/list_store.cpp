@@ -52,6 +52,7 @@ std::vector<Ref<SmartList>> ListStore::all() const
     const Users users(context_);
     const auto rows = context_->sql().hostQuery(std::string(listQuery) +
                                                 " ORDER BY name COLLATE NOCASE, type, id");
+    lists.reserve(rows.size());
     for (const HostRow& row : rows) lists.push_back(listOf(row, users));
     return lists;
 }

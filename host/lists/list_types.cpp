@@ -20,11 +20,11 @@ constexpr const char* receivedJet =
     "WHERE g.donorId = {id} AND g.deleted = 0 AND p.actualDate IS NOT NULL";
 
 struct OwnField {
-    const char *name, *caption, *group;
-    ListKind kind;
-    bool isShown;
-    const char* operation;
-    const char* value;          ///< In SQL Server's words.
+    const char *name = "", *caption = "", *group = "";
+    ListKind kind = ListKind::text;
+    bool isShown = false;
+    const char* operation = "";
+    const char* value = "";     ///< In SQL Server's words.
     const char* jet = nullptr;  ///< In Jet's, where they differ.
     const char* tail = nullptr; ///< What "{tail}" stands for in either.
 };
@@ -83,8 +83,8 @@ constexpr OwnField giftFields[] = {
 };
 
 struct OwnCriterion {
-    const char *key, *caption, *group, *operation;
-    const char *choices, *condition;
+    const char *key = "", *caption = "", *group = "", *operation = "";
+    const char *choices = "", *condition = "";
     bool hasTextKeys = false;
 };
 

@@ -84,8 +84,8 @@ public:
     static constexpr std::string_view ClassName = "SmartListSchema";
     const Members& members() const override;
 
-    SmartListSchema(SharedContext context, const ListSchema& schema)
-        : context_(std::move(context)), schema_(schema)
+    SmartListSchema(SharedContext context, ListSchema schema)
+        : context_(std::move(context)), schema_(std::move(schema))
     {
     }
     std::string Title() const { return schema_.type->title; }
