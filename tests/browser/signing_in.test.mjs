@@ -31,3 +31,31 @@ browserTest("What a user may not do is not offered", async ({ page }) => {
     await page.getByRole("heading", { name: "You may not open this page" }).waitFor();
     assert.equal(await page.getByRole("button", { name: "Save event" }).count(), 0);
 }, { allowed: [/403/] });
+
+browserTest("Signing in that takes long tells what it is doing", async ({ page, axe, shot }) => {
+    let goOn;
+    const enough = new Promise((resolve) => {
+        goOn = resolve;
+    });
+    const asked = [];
+    await page.route("**/api/signin", async (route) => {
+        asked.push(route.request().postDataJSON().attempt);
+        await enough;
+        await route.continue();
+    });
+    await page.route("**/api/signin-progress", (route) => {
+        asked.push(route.request().postDataJSON().attempt);
+        return route.fulfill({
+            json: { heading: "Repairing events", description: "Funds", done: "3", total: "4" },
+        });
+    });
+    const isIn = signIn(page, "anna");
+    await page.getByText("Repairing events").waitFor();
+    assert.equal(await page.getByRole("progressbar").evaluate((bar) => bar.position), 0.75);
+    assert.ok(asked[0].length > 15);
+    assert.equal(asked[0], asked[1]);
+    await axe(page);
+    await shot(page, "signing in");
+    goOn();
+    await isIn;
+});
