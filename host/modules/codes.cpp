@@ -215,7 +215,8 @@ Ref<Collection> Codes::Uses(const std::string& list, std::int32_t id) const
     }
     const auto marked = tablesWith("deleted");
     const auto uses = makeRef<Collection>();
-    for (const auto& [table, column] : columns) {
+    for (const auto& referring : columns) {
+        const auto& [table, column] = referring;
         // What is marked deleted is gone for the user.
         const bool isMarked = std::ranges::find(marked, table) != marked.end();
         readRows(context_,
@@ -223,9 +224,9 @@ Ref<Collection> Codes::Uses(const std::string& list, std::int32_t id) const
                      std::to_string(id) + (isMarked ? " AND deleted = " + yesNo(false) : ""),
                  [&](const Cursor& row) {
                      const auto use = makeRef<CodeUse>();
-                     use->Table = table;
+                     use->Table = referring.first;
                      use->Count = cellOr<std::int32_t>(row, "Records", 0);
-                     if (use->Count > 0) uses->append(Value(use), table);
+                     if (use->Count > 0) uses->append(Value(use), use->Table);
                  });
     }
     return uses;

@@ -159,6 +159,7 @@ Ref<Collection> MailingList::Merge(const std::string& text, std::int32_t start,
         letters.push_back(letter);
     });
     std::vector<Value> ids;
+    ids.reserve(letters.size());
     for (const auto& letter : letters) ids.emplace_back(letter->DonorId);
     data->ListKey = Key;
     data->Source = Source;

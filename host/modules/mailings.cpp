@@ -5,7 +5,6 @@
 
 namespace refhost {
 
-using qmevents::arg;
 using qmevents::describe;
 using qmevents::Error;
 using qmevents::makeRef;

@@ -63,6 +63,7 @@ public:
     void setOptionValue(const std::string& key, const Value& value)
     {
         options->require(key).current = value;
+        Problem.clear(); // it was about the values before
     }
 };
 

@@ -5,7 +5,6 @@
 namespace refhost {
 
 using qmevents::describe;
-using qmevents::makeRef;
 
 namespace {
 

@@ -38,7 +38,7 @@ protected:
     {
         return toBool(call(host.root("Security"), "IsPageItemAllowed", page));
     }
-    bool writesLetter()
+    bool writesLetter() const
     {
         const auto donor = getObject(getObject(host.session->app(), "Modules"), "donor");
         const auto manage = getObject(donor, "MailingManage");
@@ -65,7 +65,7 @@ TEST_P(Rights, EachMatterOnTheServer)
          }},
         {"mailings/send", [&] { return writesLetter(); }},
         {"settings/edit",
-         [&] { return toText(call(quillmere("Codes"), "Add", "fund", "X")) == ""; }},
+         [&] { return toText(call(quillmere("Codes"), "Add", "fund", "X")).empty(); }},
         {"security/edit", [&] { return call(security(), "LoadZones").isObject(); }},
     };
     UserStore users(host.session->sql());
