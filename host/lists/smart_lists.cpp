@@ -46,10 +46,7 @@ const Members& SmartLists::members() const
                     "The records of a saved list: what may follow \"SELECT Id FROM \".")
             .method("SetPeriod", &SmartLists::SetPeriod, {arg("Period"), arg("First"), arg("Last")},
                     "Sets one of the four periods that lists count by, days as \"2026-03-07\"; "
-                    "False when the user was told what is wrong.")
-            .method("SetFiscalYear", &SmartLists::SetFiscalYear, {arg("Month"), arg("Day")},
-                    "Sets the day on which fiscal years begin; False when the user was told what "
-                    "is wrong.");
+                    "False when the user was told what is wrong.");
     return table;
 }
 
@@ -260,7 +257,7 @@ std::string SmartLists::Source(std::int32_t listId)
 bool SmartLists::SetPeriod(std::int32_t period, const std::string& first,
                            const std::string& last) const
 {
-    require("events/settings", "change settings");
+    require("settings/edit", "change settings");
     if (period < 1 || period > listPeriods) {
         throw Error::with(ErrorNumber::invalidCall, "there is no period " + std::to_string(period));
     }
@@ -275,21 +272,6 @@ bool SmartLists::SetPeriod(std::int32_t period, const std::string& first,
     Transaction transaction(context_->sql());
     document.setSetting(periodStartSetting(period), first);
     document.setSetting(periodEndSetting(period), last);
-    transaction.commit();
-    return true;
-}
-
-bool SmartLists::SetFiscalYear(std::int32_t month, std::int32_t day) const
-{
-    require("events/settings", "change settings");
-    // A year that is no leap year: the day must exist in every one.
-    if (!Date::isValidDay(2025, month, day)) {
-        return refuse("There is no such day in every year.");
-    }
-    Document document(context_);
-    Transaction transaction(context_->sql());
-    document.setSetting("fiscal-year-month", std::to_string(month));
-    document.setSetting("fiscal-year-day", std::to_string(day));
     transaction.commit();
     return true;
 }

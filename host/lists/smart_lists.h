@@ -45,8 +45,6 @@ public:
     /// Sets one of the four periods that lists count by; blank days unset it. False when the user
     /// was told what is wrong. Error 70 without the right to settings.
     bool SetPeriod(std::int32_t period, const std::string& first, const std::string& last) const;
-    /// Sets the day on which fiscal years begin, as SetPeriod.
-    bool SetFiscalYear(std::int32_t month, std::int32_t day) const;
 
 private:
     ListSchema& schemaOf(const std::string& listType);

@@ -1,4 +1,4 @@
-// The four periods that users set and the day on which fiscal years begin: what lists count by.
+// The four periods that users set: what lists count by, besides calendar and fiscal years.
 
 import { all, App, ask } from "../lib/app.js";
 import { build } from "../lib/build.js";
@@ -8,51 +8,33 @@ import { collectRefusals } from "../lib/refusals.js";
 
 const smartLists = () => App.Modules.Quillmere.Smartlists;
 const numbers = [1, 2, 3, 4];
-const settings = [
-    ...numbers.flatMap((number) => [`list-period-${number}-start`, `list-period-${number}-end`]),
-    "fiscal-year-month",
-    "fiscal-year-day",
-];
+const settings = numbers.flatMap((number) => [
+    `list-period-${number}-start`,
+    `list-period-${number}-end`,
+]);
 
 /** Fills `element` with the fields and saves what is entered there. */
 export async function periodsForm(element, format) {
-    // January is what counts where nothing is chosen.
-    const months = Array.from({ length: 11 }, (_, index) => ({
-        id: index + 2,
-        name: format.monthName(index + 2),
-        visible: true,
-    }));
     const form = createForm(
         element,
-        [
-            ...numbers.map((number) => ({
-                title: `Period ${number}`,
-                fields: [
-                    { name: `list-period-${number}-start`, label: "First day", kind: "isoDate" },
-                    { name: `list-period-${number}-end`, label: "Last day", kind: "isoDate" },
-                ],
-            })),
-            {
-                title: "Fiscal year begins",
-                fields: [
-                    { name: "fiscal-year-month", label: "Month", kind: "choice", none: format.monthName(1) },
-                    { name: "fiscal-year-day", label: "Day", kind: "whole" },
-                ],
-            },
-        ],
-        { format, choices: { "fiscal-year-month": months } },
+        numbers.map((number) => ({
+            title: `Period ${number}`,
+            fields: [
+                { name: `list-period-${number}-start`, label: "First day", kind: "isoDate" },
+                { name: `list-period-${number}-end`, label: "Last day", kind: "isoDate" },
+            ],
+        })),
+        { format },
     );
     const button = build("button", { type: "submit", className: "primary", text: "Save periods" });
-    element.append(build("div", { className: "actions" }, button));
+    element.append(
+        build("p", { className: "hint", text: "Where a fiscal year begins is said among the " },
+            build("a", { href: "/host/settings", text: "settings" }), "."),
+        build("div", { className: "actions" }, button),
+    );
 
     const stored = await all(settings.map((name) => ask.call(App.Document.Setting(name))));
-    const values = Object.fromEntries(settings.map((name, index) => [name, stored[index]]));
-    const month = Number(values["fiscal-year-month"]);
-    form.show({
-        ...values,
-        "fiscal-year-month": months.some(({ id }) => id === month) ? month : 0,
-        "fiscal-year-day": Number(values["fiscal-year-day"]) || 1,
-    });
+    form.show(Object.fromEntries(settings.map((name, index) => [name, stored[index]])));
 
     /** Saves one part; what the host refuses stands at the field called `name`. */
     async function saved(save, name) {
@@ -73,12 +55,6 @@ export async function periodsForm(element, format) {
                 const save = () => smartLists().SetPeriod(number, entered[start], entered[end]);
                 if (!(await saved(save, start))) return;
             }
-            const save = () =>
-                smartLists().SetFiscalYear(
-                    entered["fiscal-year-month"] || 1,
-                    entered["fiscal-year-day"],
-                );
-            if (!(await saved(save, "fiscal-year-day"))) return;
             form.show(entered);
             notice("Periods saved.");
         } catch (error) {

@@ -66,7 +66,7 @@ startPage("Lists", async ({ format, allowed }) => {
     }
     arrowKeys(body);
     await load();
-    if (allowed("events/settings")) {
+    if (allowed("settings/edit")) {
         byId("spans").hidden = false;
         await periodsForm(byId("periods"), format);
     }

@@ -142,7 +142,7 @@ browserTest("A list outlives other users' changes and missing rights", async (to
     await viewer.getByText("You may not see gifts.").waitFor();
 
     await page.goto("/host/lists");
-    await page.getByText("Periods and fiscal year").click();
+    await page.getByRole("heading", { name: "Periods" }).click();
     const first = page.getByRole("region", { name: "Period 1" });
     await first.getByLabel("First day").fill("3/1/2026");
     await page.getByRole("button", { name: "Save periods" }).click();
