@@ -103,7 +103,8 @@ std::string letterText(const Value& value, const std::string& kind)
 {
     if (value.isEmpty() || value.isNull() || value.isMissing() || value.isNothing()) return {};
     // A module may say more in words than its kind of field holds, such as "on request".
-    if (kind == "date" && value.is(qmevents::ValueKind::date)) return longDay(value.as<qmevents::Date>());
+    if (kind == "date" && value.is(qmevents::ValueKind::date))
+        return longDay(value.as<qmevents::Date>());
     if (kind == "money" && qmevents::isNumeric(value)) {
         return Locale::current().money(qmevents::toCurrency(value));
     }
