@@ -30,7 +30,8 @@ inline Value textsAsArray(const std::vector<std::string>& texts)
 /// Donors and gifts, and a module with a file of fields of its own.
 class ListHost {
 public:
-    explicit ListHost(Dialect dialect = Dialect::sqlServer, std::shared_ptr<Database> shared = {},
+    explicit ListHost(Dialect dialect = Dialect::sqlServer,
+                      const std::shared_ptr<Database>& shared = {},
                       std::optional<std::vector<std::string>> rights = {},
                       const std::string& user = "Ann Admin");
     ~ListHost();
@@ -81,7 +82,7 @@ inline std::string keysOf(const Ref<Object>& result, std::size_t wanted = 0)
     return keys;
 }
 
-inline ListHost::ListHost(Dialect dialect, std::shared_ptr<Database> shared,
+inline ListHost::ListHost(Dialect dialect, const std::shared_ptr<Database>& shared,
                           std::optional<std::vector<std::string>> rights, const std::string& user)
     : folder(std::filesystem::path(testing::TempDir()) /
              ("lists" + std::to_string(reinterpret_cast<std::uintptr_t>(this)))),
