@@ -36,6 +36,7 @@ startPage("Settings", async ({ format, allowed }) => {
         if (isChanged) notice("Events show these tabs and boxes from now on.");
     }
     byId("customise").addEventListener("click", () => customise().catch(reportFailure));
+    byId("customise").hidden = false; // until here, a click would have been lost
     document.addEventListener("hostrefresh", () => shown?.update().catch(reportFailure));
     await choose(new URLSearchParams(location.search).get("list"));
 });

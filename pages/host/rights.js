@@ -131,6 +131,7 @@ startPage("Settings", async ({ session, format }) => {
     }
 
     byId("add").addEventListener("click", () => add().catch(reportFailure));
+    byId("add").hidden = false; // until here, a click would have been lost
     byId("password").addEventListener("click", () => setPassword().catch(reportFailure));
     bindKey("n", "Add a user", () => byId("add").click());
     await update();
