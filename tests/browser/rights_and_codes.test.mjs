@@ -141,6 +141,7 @@ browserTest("A user begins where they chose, and the fiscal year where all agree
     await page.getByLabel("After signing in, show").selectOption("events");
     await page.getByText("Kept for the next time").waitFor();
     for (const [asked, shown] of [["/", "Events"], ["/host/mailings", "Mailings"]]) {
+        await page.locator("main:not([aria-busy])").waitFor(); // it still asks for what it shows
         await page.getByRole("button", { name: "Sign out" }).click();
         await page.getByLabel("User name").waitFor();
         await page.goto(asked);
