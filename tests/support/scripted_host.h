@@ -9,20 +9,9 @@
 
 #include "automation/collection.h"
 #include "tests/support/puppet.h"
+#include "tests/support/record_sets.h"
 
 namespace qmevents::testing {
-
-/// The rows that a query answers with.
-struct Rows {
-    std::vector<std::string> columns;
-    std::vector<std::vector<Value>> rows;
-};
-
-/// A record set over `rows`; counts how often it is closed.
-Ref<Object> recordSet(Rows rows, int* closed = nullptr);
-
-/// One row of the table of events: all null but for the id and what `cells` names.
-Rows eventRow(std::int32_t id, const std::map<std::string, Value>& cells = {});
 
 /// A host for tests of the add-in: it records what the add-in does and answers as scripted.
 /// Literals show their kind: number 7 as a key of another row is "<2:7>". While it lives, this
@@ -79,6 +68,9 @@ private:
     Ref<Object> makeQuillmere();
     Ref<Object> makeSecurity();
     Ref<Object> makeModules();
+    Ref<Object> makeEventsModule();
+    Ref<Object> makeDonorModule();
+    Ref<Object> makeActions();
     Ref<Object> makeUtils();
     void statement(const std::string& text);
 
