@@ -29,10 +29,11 @@ export async function startDialogPage(start) {
     }
 }
 
-// A form that is not set up yet would lose what is typed and entered into it, so it shows only
-// when `start` is about to attach its handlers.
+// A form that is not set up yet would lose what is typed and entered into it, so the pages are
+// hidden until `start` is about to attach its handlers; by an attribute, which holds before any
+// style sheet has arrived.
 function showContent() {
-    document.body.classList.add("started");
+    document.body.hidden = false;
 }
 
 async function setUp() {
@@ -75,6 +76,7 @@ function showAstray() {
     heading.textContent = document.title;
     box.append(heading, words, link);
     document.body.className = "";
+    document.body.hidden = false;
     document.body.replaceChildren(box);
 }
 

@@ -94,6 +94,7 @@ function fitToContent(frame) {
     if (!page?.body || page.URL === "about:blank") return;
     const bar = frame.previousElementSibling.offsetHeight;
     const fit = () => {
+        if (page.body.hidden) return; // not set up yet
         const highest = innerHeight - bar - (narrow.matches ? 0 : gap);
         const height = Math.min(page.body.scrollHeight, highest);
         frame.style.height = `${height}px`;

@@ -24,6 +24,7 @@ browserTest("An event is found by words of its name, and shown", async ({ page, 
         await set(App.Shell.Dialog("searchcriteria"), "zz found");
         App.Modules.Events.LoadDialog("eventsfindresults");
     });
+    await frame.waitForURL(/eventsfindresults/); // the page before shows the same event among others
     await dialog.getByText("Zz found 55").waitFor();
     assert.equal(await dialog.locator(".chooser button").count(), 2);
     await axe(page);
