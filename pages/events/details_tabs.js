@@ -44,6 +44,7 @@ export function hideable({ allowed }) {
  * Gives a function that brings what is shown up to date.
  */
 export async function showTabs(model, context, { head, panels }) {
+    const first = await chosenTab(); // before there are tabs: a user's own choice is not overruled
     const shown = model.map(({ key, title }) => {
         const panel = document.createElement("div");
         panels.append(panel);
@@ -67,7 +68,7 @@ export async function showTabs(model, context, { head, panels }) {
         if (wasFilled) await update?.();
     }
 
-    await choose(await chosenTab());
+    await choose(first);
     return () => {
         for (const tab of shown) tab.isStale = true;
         return bringUp(shown.find(({ panel }) => !panel.hidden));

@@ -2,6 +2,7 @@
 // (`id`) or what a new one holds (`type`).
 
 import { all, App, ask, list, read, release } from "../lib/app.js";
+import { coalesced } from "../lib/coalesced.js";
 import { confirmBox } from "../lib/message_box.js";
 import { announce, notice, reportFailure } from "../lib/notice.js";
 import { startPage } from "../lib/page.js";
@@ -139,18 +140,21 @@ startPage("Lists", async ({ format, allowed }) => {
         ]);
     }
 
-    let latest = 0;
+    // Readings follow each other, as the host's list that they fill in is shared.
+    let typeWanted;
+    const show = coalesced(async () => {
+        if (typeWanted) await beginAnew();
+        await readRows();
+    });
+
     /** Reads the list as it is entered and shows its records. */
-    async function show() {
-        latest += 1;
-        const mine = latest;
+    async function readRows() {
         const now = current();
         byId("show").disabled = true;
         try {
             await apply(held, now);
             const result = await smartLists().Run(held);
             const { columns, faults, warnings } = await readResult(result);
-            if (mine !== latest) return release(result);
             parts.filters.fail(faults);
             showWarnings([...parts.warnings, ...warnings]);
             if (faults.length > 0) return release(result);
@@ -162,7 +166,7 @@ startPage("Lists", async ({ format, allowed }) => {
             showState();
             await rows.show(result, Count, columns, { key: state.sort, descending: state.descending });
         } finally {
-            if (mine === latest) byId("show").disabled = false;
+            byId("show").disabled = false;
         }
     }
 
@@ -252,10 +256,17 @@ startPage("Lists", async ({ format, allowed }) => {
     async function changeType(type) {
         const hasFilters = parts.filters.read().length > 0;
         if (hasFilters && !(await confirmDiscarding())) return;
+        typeWanted = type;
+        await show();
+    }
+
+    /** Opens a new list of the kind wanted, under the name entered. */
+    async function beginAnew() {
+        const type = typeWanted;
+        typeWanted = undefined;
         const { value } = byId("name");
         await open(await smartLists().GetNewList(type));
         byId("name").value = value;
-        await show();
     }
 
     const confirmDiscarding = async () =>

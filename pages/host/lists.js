@@ -67,7 +67,7 @@ startPage("Lists", async ({ format, allowed }) => {
     arrowKeys(body);
     await load();
     if (allowed("settings/edit")) {
-        byId("spans").hidden = false;
         await periodsForm(byId("periods"), format);
+        byId("spans").hidden = false;
     }
 });

@@ -11,7 +11,9 @@
 // so tests neither meet nor follow each other; Chromium itself serves a whole file. A test fails on
 // an error on any page's console, on a script error, on a request to anyone but the server, and
 // when the server dies; a picture of its page is then in build/shots/. QUILLMERE names the program
-// to test, otherwise the release build is.
+// to test, otherwise the release build is. SLOW=300 holds up every request for up to 300 ms, so that
+// answers come late and out of turn: pages that only work while the server is quick give themselves
+// away.
 
 import assert from "node:assert/strict";
 import { spawn } from "node:child_process";
@@ -26,7 +28,8 @@ import { fileURLToPath } from "node:url";
 import { chromium } from "playwright-core";
 
 const root = dirname(dirname(dirname(fileURLToPath(import.meta.url))));
-const testLimit = 120_000;
+const slowness = Number(process.env.SLOW ?? 0);
+const testLimit = slowness > 0 ? 600_000 : 120_000;
 const startLimit = 30_000;
 const stopLimit = 10_000;
 const waitLimit = 15_000;
@@ -62,6 +65,7 @@ export function browserTest(name, body, { allowed = [] } = {}) {
                 await body({ page, newPage, url, axe, shot, serverLog });
             } catch (error) {
                 await shot(page, `failed ${name}`).catch(() => {});
+                if (errors.length > 0) console.log("errors in the browser:", errors);
                 throw error;
             }
             server.assertRunning();
@@ -120,6 +124,12 @@ async function newSession(url, errors) {
         viewport: { width: 1280, height: 800 },
     });
     context.setDefaultTimeout(waitLimit);
+    if (slowness > 0) {
+        await context.route("**/*", async (route) => {
+            await pause(Math.random() * slowness);
+            await route.continue().catch(() => {}); // its page may be gone
+        });
+    }
     context.on("console", (message) => {
         const { url: where, lineNumber } = message.location();
         if (message.type() === "error") errors.push(`${message.text()} (${where}:${lineNumber})`);
