@@ -3,6 +3,7 @@
 import { all, App, ask, list, read, release, set, write } from "../lib/app.js";
 import { noticeLater, reportFailure } from "../lib/notice.js";
 import { startPage } from "../lib/page.js";
+import { onPress } from "../lib/press.js";
 import { recordTable } from "../lib/record_table.js";
 import { nodesOf } from "../lib/safe_markup.js";
 import { tabRow } from "../lib/tabs.js";
@@ -78,7 +79,7 @@ startPage("", async ({ format, allowed }) => {
     };
     for (const [name, run] of Object.entries(offers)) {
         byId(name).hidden = !allowed(byId(name).dataset.right);
-        byId(name).addEventListener("click", () => run().catch(reportFailure));
+        onPress(byId(name), run);
     }
     document.addEventListener("hostrefresh", () => load().catch(reportFailure));
     await load();

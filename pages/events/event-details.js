@@ -5,6 +5,7 @@ import { coalesced } from "../lib/coalesced.js";
 import { bindKey } from "../lib/keys.js";
 import { noticeLater, reportFailure } from "../lib/notice.js";
 import { startPage } from "../lib/page.js";
+import { onPress } from "../lib/press.js";
 import { commands, manage } from "./addin.js";
 import { chooseShown, readHidden } from "./details_choice.js";
 import { fillModel, readModel } from "./details_model.js";
@@ -76,7 +77,7 @@ startPage("Events", async ({ session, format, allowed }) => {
     ];
     for (const [id, right, run] of offers) {
         byId(id).hidden = !allowed(right);
-        byId(id).addEventListener("click", () => run().catch(reportFailure));
+        onPress(byId(id), run);
     }
 
     byId("customise").after(reportsMenu(eventId));

@@ -5,6 +5,7 @@ import { bindKey } from "../lib/keys.js";
 import { keepPlace, returnToPlace } from "../lib/list_place.js";
 import { announce, reportFailure } from "../lib/notice.js";
 import { startPage } from "../lib/page.js";
+import { onPress } from "../lib/press.js";
 import { preferences, remember } from "../lib/preferences.js";
 import { arrowKeys, sortableHeads } from "../lib/table.js";
 import { commands } from "./addin.js";
@@ -110,7 +111,6 @@ startPage("Events", async ({ session, format, allowed }) => {
         event.preventDefault();
         body.querySelector("a.row-link")?.focus();
     });
-    byId("search").disabled = false; // until here, what is typed would have been lost
     byId("filters").addEventListener("change", ({ target }) => {
         if (target.name !== "span") return;
         change({ span: target.value, sort: "start", descending: spans[target.value].descending });
@@ -122,23 +122,19 @@ startPage("Events", async ({ session, format, allowed }) => {
     });
     document.addEventListener("hostrefresh", () => load().catch(reportFailure));
 
-    byId("add").addEventListener("click", () => {
-        commands().AddEvent();
-    });
-    byId("new-full").addEventListener("click", () => {
-        commands().CreateEvent();
-    });
-    byId("find").addEventListener("click", () => {
-        commands().FindEvent();
-    });
+    onPress(byId("add"), () => commands().AddEvent());
+    onPress(byId("new-full"), () => commands().CreateEvent());
+    onPress(byId("find"), () => commands().FindEvent());
+    onPress(byId("export"), exportAll);
     byId("print").addEventListener("click", () => print());
-    byId("export").addEventListener("click", () => exportAll().catch(reportFailure));
     const mayEdit = allowed("events/edit");
     byId("add").hidden = !mayEdit;
     byId("new-full").hidden = !mayEdit;
     bindKey("/", "Search", () => byId("search").focus());
     if (mayEdit) bindKey("n", "Add an event", () => byId("add").click());
     arrowKeys(body);
+    // Until here, what is typed or pressed would have been lost.
+    for (const id of ["actions", "filters"]) byId(id).hidden = false;
 
     await load();
     returnToPlace(body);

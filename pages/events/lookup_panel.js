@@ -2,9 +2,9 @@
 
 import { App, read, release, set, write } from "../lib/app.js";
 import { changesBetween } from "../lib/conflicts.js";
+import { itemPanel } from "../lib/item_list.js";
 import { confirmBox } from "../lib/message_box.js";
-import { announce, notice, reportFailure } from "../lib/notice.js";
-import { rowFrom } from "../lib/table.js";
+import { announce, notice } from "../lib/notice.js";
 import { deletionText } from "./lookup_lists.js";
 import {
     addItem,
@@ -24,85 +24,17 @@ const donorDialogs = () => App.Modules.donor.Dialogs;
 /** Sets up a list in `panel`; gives a function that reads and shows it anew. */
 export function lookupPanel(panel, description, { format, mayEdit }) {
     const { thing, title } = description;
-    panel.append(document.getElementById("panel").content.cloneNode(true));
-    const find = (selector) => panel.querySelector(selector);
-    const body = find("tbody");
-    const addButton = find("[data-add]");
-    find("caption").textContent = title;
-    find(".empty").textContent = `No ${title.toLowerCase()} yet.`;
-    addButton.textContent = `Add ${thing}`;
-    addButton.hidden = !mayEdit;
-    addButton.addEventListener("click", () => run(add, () => addButton.focus()));
-    let running = false;
 
-    async function update() {
-        const items = await readItems(description);
-        body.replaceChildren(...items.map((item, index) => rowOf(item, index, items)));
-        find("table").hidden = items.length === 0;
-        find(".empty").hidden = items.length > 0;
-        const hidden = items.filter(({ visible }) => !visible).length;
-        find(".count").textContent =
-            `${format.whole(items.length)} in all` + (hidden > 0 ? `, ${hidden} not offered` : "");
-    }
-
-    /** Runs one change at a time, shows what is stored then, and puts the focus where it was. */
-    async function run(change, focus) {
-        if (running) return;
-        running = true;
-        body.inert = true;
-        try {
-            await change();
-        } catch (error) {
-            reportFailure(error);
-        } finally {
-            await update().catch(reportFailure);
-            running = false;
-            body.inert = false;
-        }
-        focus();
-    }
-
-    function rowOf(item, index, items) {
-        const row = rowFrom(document.getElementById("item-row"), {
-            name: item.name,
-            description: item.description,
-            state: item.visible ? "Offered" : "Not offered",
-        });
-        row.dataset.id = item.id;
-        row.querySelector('[data-cell="state"]').className = item.visible ? "" : "settled";
-        if (!mayEdit) return row;
-        const offers = [
-            { label: "Up", isOff: index === 0, run: () => move(item, -1) },
-            { label: "Down", isOff: index === items.length - 1, run: () => move(item, 1) },
-            { label: item.visible ? "Hide" : "Offer", run: () => toggle(item) },
-            description.properties && { label: "Edit", run: () => edit(item) },
-            { label: "Delete", run: () => remove(item) },
-        ].filter(Boolean);
-        row.querySelector(".row-actions").append(
-            ...offers.map(({ label, isOff, run: change }, place) => {
-                const button = document.createElement("button");
-                button.type = "button";
-                button.className = "quiet";
-                button.textContent = label;
-                button.disabled = Boolean(isOff);
-                button.setAttribute("aria-label", `${label} ${item.name}`);
-                button.addEventListener("click", () =>
-                    run(change, () => focusOn(item.id, index, place)),
-                );
-                return button;
-            }),
-        );
-        return row;
-    }
-
-    function focusOn(id, index, place) {
-        const row =
-            body.querySelector(`tr[data-id="${id}"]`) ?? body.rows[index] ?? [...body.rows].at(-1);
-        const buttons = [...(row?.querySelectorAll("button") ?? [])];
-        const wanted = buttons[place];
-        (wanted?.disabled ? buttons.find(({ disabled }) => !disabled) : wanted)?.focus();
-        if (!row) addButton.focus();
-    }
+    const offers = (item, place, count) =>
+        !mayEdit
+            ? []
+            : [
+                  { label: "Up", isOff: place === 0, run: () => move(item, -1) },
+                  { label: "Down", isOff: place === count - 1, run: () => move(item, 1) },
+                  { label: item.visible ? "Hide" : "Offer", run: () => toggle(item) },
+                  ...(description.properties ? [{ label: "Edit", run: () => edit(item) }] : []),
+                  { label: "Delete", run: () => remove(item) },
+              ];
 
     async function move({ id, name }, step) {
         const moved = await moveItem(description, id, step);
@@ -237,5 +169,7 @@ export function lookupPanel(panel, description, { format, mayEdit }) {
         if (answer === "add") await addItem(description, entered);
     }
 
-    return update;
+    return itemPanel(panel, {
+        thing, title, read: () => readItems(description), add: mayEdit ? add : undefined, offers, format,
+    });
 }

@@ -2,6 +2,7 @@
 // the held activity until that is saved.
 
 import { announce, reportFailure } from "../lib/notice.js";
+import { sayOff } from "../lib/press.js";
 import { rowFrom } from "../lib/table.js";
 import { commands } from "./addin.js";
 import { moveField, readFields } from "./held_fields.js";
@@ -31,6 +32,7 @@ export function fieldList(activity, { format, mayEdit, onChange }) {
     async function run(change, focus) {
         if (running) return;
         running = true;
+        sayOff(byId("add-field"), true);
         // Rows are known by their places, which are about to change.
         table.inert = true;
         try {
@@ -40,6 +42,7 @@ export function fieldList(activity, { format, mayEdit, onChange }) {
             reportFailure(error);
         } finally {
             running = false;
+            sayOff(byId("add-field"), false);
             table.inert = false;
         }
         focus?.();

@@ -1,11 +1,10 @@
 // One code list on its page.
 
 import { App, list } from "../lib/app.js";
-import { build } from "../lib/build.js";
 import { formBox } from "../lib/form_box.js";
+import { itemPanel } from "../lib/item_list.js";
 import { confirmBox } from "../lib/message_box.js";
-import { announce, reportFailure } from "../lib/notice.js";
-import { rowFrom } from "../lib/table.js";
+import { announce } from "../lib/notice.js";
 import { deletionQuestion } from "./code_words.js";
 
 const codes = () => App.Modules.Quillmere.Codes;
@@ -17,102 +16,43 @@ const fields = [
 /** Sets up a list in `panel`; gives a function that reads and shows it anew. */
 export function codePanel(panel, description, format) {
     const { key, thing, title } = description;
-    panel.append(document.getElementById("panel").content.cloneNode(true));
-    const find = (selector) => panel.querySelector(selector);
-    const body = find("tbody");
-    const addButton = find("[data-add]");
-    find("caption").textContent = title;
-    find(".empty").textContent = `No ${title.toLowerCase()} yet.`;
-    addButton.textContent = `Add ${thing}`;
-    addButton.addEventListener("click", () => run(() => enter(), () => addButton.focus()));
-    let isRunning = false;
 
-    async function update() {
-        const columns = ["Id", "Name", "Description", "Visible"];
-        const { rows } = await list(codes().Items(key), columns);
-        body.replaceChildren(...rows.map((item, place) => rowOf(item, place, rows.length)));
-        find("table").hidden = rows.length === 0;
-        find(".empty").hidden = rows.length > 0;
-        const hidden = rows.filter(({ Visible }) => !Visible).length;
-        find(".count").textContent =
-            `${format.whole(rows.length)} in all` + (hidden > 0 ? `, ${hidden} not offered` : "");
+    async function read() {
+        const { rows } = await list(codes().Items(key), ["Id", "Name", "Description", "Visible"]);
+        return rows.map(({ Id, Name, Description, Visible }) => ({
+            id: Id, name: Name, description: Description, visible: Visible,
+        }));
     }
 
-    /** Runs one change at a time and shows what is stored then. */
-    async function run(change, focus) {
-        if (isRunning) return;
-        isRunning = true;
-        try {
-            await change();
-        } catch (error) {
-            reportFailure(error);
-        } finally {
-            await update().catch(reportFailure);
-            isRunning = false;
-        }
-        focus();
+    const offers = (item, place, count) => [
+        { label: "Up", isOff: place === 0, run: () => move(item, -1, place) },
+        { label: "Down", isOff: place === count - 1, run: () => move(item, 1, place) },
+        { label: item.visible ? "Hide" : "Offer", run: () => show(item) },
+        { label: "Rename", run: () => enter(item) },
+        { label: "Delete", run: () => remove(item) },
+    ];
+
+    async function move({ id, name }, step, place) {
+        await codes().Move(key, id, step);
+        announce(`${name} moved to place ${place + step + 1}`);
     }
 
-    function rowOf(item, place, count) {
-        const row = rowFrom(document.getElementById("item-row"), {
-            name: item.Name,
-            description: item.Description,
-            state: item.Visible ? "Offered" : "Not offered",
-        });
-        row.dataset.id = item.Id;
-        row.querySelector('[data-cell="state"]').className = item.Visible ? "" : "settled";
-        const offers = [
-            ["Up", () => move(item, -1, place), place === 0],
-            ["Down", () => move(item, 1, place), place === count - 1],
-            [item.Visible ? "Hide" : "Offer", () => show(item)],
-            ["Rename", () => enter(item)],
-            ["Delete", () => remove(item)],
-        ];
-        row.querySelector(".row-actions").append(
-            ...offers.map(([label, change, isOff], index) =>
-                build("button", {
-                    type: "button",
-                    className: "quiet",
-                    text: label,
-                    disabled: Boolean(isOff),
-                    "aria-label": `${label} ${item.Name}`,
-                    on: { click: () => run(change, () => focusOn(item.Id, place, index)) },
-                }),
-            ),
-        );
-        return row;
-    }
-
-    function focusOn(id, place, index) {
-        const row = body.querySelector(`tr[data-id="${id}"]`) ?? body.rows[place] ?? body.rows[0];
-        const buttons = [...(row?.querySelectorAll("button") ?? [])];
-        const wanted = buttons[index]?.disabled
-            ? buttons.find(({ disabled }) => !disabled)
-            : buttons[index];
-        (wanted ?? addButton).focus();
-    }
-
-    async function move({ Id, Name }, step, place) {
-        await codes().Move(key, Id, step);
-        announce(`${Name} moved to place ${place + step + 1}`);
-    }
-
-    async function show({ Id, Name, Visible }) {
-        await codes().SetVisible(key, Id, !Visible);
-        announce(Visible ? `${Name} is not offered any more` : `${Name} is offered again`);
+    async function show({ id, name, visible }) {
+        await codes().SetVisible(key, id, !visible);
+        announce(visible ? `${name} is not offered any more` : `${name} is offered again`);
     }
 
     /** Asks for the words of a new item, or of the one given. */
     async function enter(item) {
         const entered = await formBox({
-            title: item ? `Rename ${item.Name}` : `Add ${thing}`,
+            title: item ? `Rename ${item.name}` : `Add ${thing}`,
             fields,
-            values: { name: item?.Name ?? "", description: item?.Description ?? "" },
+            values: { name: item?.name ?? "", description: item?.description ?? "" },
             action: item ? "Save" : `Add ${thing}`,
             format,
             async save({ name, description: words }) {
                 const problem = await (item
-                    ? codes().Rename(key, item.Id, name, words)
+                    ? codes().Rename(key, item.id, name, words)
                     : codes().Add(key, name, words));
                 const isName = !problem.startsWith("A description");
                 return problem && { problem, name: isName ? "name" : "description" };
@@ -121,11 +61,11 @@ export function codePanel(panel, description, format) {
         if (entered) announce(`${entered.name} saved`);
     }
 
-    async function remove({ Id, Name }) {
-        const { rows: uses } = await list(codes().Uses(key, Id), ["Table", "Count"]);
+    async function remove({ id, name }) {
+        const { rows: uses } = await list(codes().Uses(key, id), ["Table", "Count"]);
         const answer = await confirmBox({
             title: `Delete ${thing}`,
-            text: deletionQuestion(description, Name, uses, format),
+            text: deletionQuestion(description, name, uses, format),
             buttons: [
                 ["delete", "Delete"],
                 ["keep", "Cancel"],
@@ -134,17 +74,17 @@ export function codePanel(panel, description, format) {
         });
         if (answer !== "delete") return;
         try {
-            await codes().Delete(key, Id);
+            await codes().Delete(key, id);
         } catch (error) {
             await confirmBox({
-                title: `“${Name}” was not deleted`,
+                title: `“${name}” was not deleted`,
                 text: `Nothing has been changed. ${error.message}`,
                 buttons: [["ok", "OK"]],
             });
             return;
         }
-        announce(`${Name} deleted`);
+        announce(`${name} deleted`);
     }
 
-    return update;
+    return itemPanel(panel, { thing, title, read, add: () => enter(), offers, format });
 }

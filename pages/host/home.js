@@ -6,6 +6,7 @@ import { bindKey } from "../lib/keys.js";
 import { confirmBox } from "../lib/message_box.js";
 import { announce, reportFailure } from "../lib/notice.js";
 import { startPage } from "../lib/page.js";
+import { onPress } from "../lib/press.js";
 import { DateTime } from "../lib/values.js";
 import { commands } from "../events/addin.js";
 import { widgetBox } from "./widget_box.js";
@@ -19,9 +20,9 @@ startPage("Home", async ({ session, format, allowed }) => {
     byId("quick").hidden = false;
     byId("add").hidden = !allowed("events/edit");
     byId("find").hidden = !allowed("events/view");
-    byId("add").addEventListener("click", () => commands().AddEvent());
-    byId("find").addEventListener("click", () => commands().FindEvent());
-    byId("choose").addEventListener("click", () => choose().catch(reportFailure));
+    onPress(byId("add"), () => commands().AddEvent());
+    onPress(byId("find"), () => commands().FindEvent());
+    onPress(byId("choose"), choose);
     if (allowed("events/view")) bindKey("f", "Find an event", () => byId("find").click());
     if (allowed("events/edit")) bindKey("n", "Add an event", () => byId("add").click());
 

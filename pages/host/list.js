@@ -6,6 +6,7 @@ import { coalesced } from "../lib/coalesced.js";
 import { confirmBox } from "../lib/message_box.js";
 import { announce, notice, reportFailure } from "../lib/notice.js";
 import { startPage } from "../lib/page.js";
+import { onPress } from "../lib/press.js";
 import { collectRefusals } from "../lib/refusals.js";
 import { guardUnsaved } from "../lib/unsaved.js";
 import { columnBoxes } from "./list_columns.js";
@@ -279,20 +280,6 @@ startPage("Lists", async ({ format, allowed }) => {
             ],
         })) === "new";
 
-    function runOnce(button, run) {
-        button.addEventListener("click", async () => {
-            if (button.dataset.isRunning) return;
-            button.dataset.isRunning = "yes";
-            try {
-                await run();
-            } catch (error) {
-                reportFailure(error);
-            } finally {
-                delete button.dataset.isRunning;
-            }
-        });
-    }
-
     byId("definition").addEventListener("submit", (submission) => {
         submission.preventDefault();
         show().catch(reportFailure);
@@ -307,11 +294,11 @@ startPage("Lists", async ({ format, allowed }) => {
         await changeType(target.value).catch(reportFailure);
         byId("types").querySelector(`[value="${state.type}"]`).checked = true;
     });
-    runOnce(byId("save"), () => save(held));
-    runOnce(byId("copy"), saveCopy);
-    runOnce(byId("export"), exportAll);
-    runOnce(byId("delete-donors"), deleteDonors);
-    runOnce(byId("print"), printAll);
+    onPress(byId("save"), () => save(held));
+    onPress(byId("copy"), saveCopy);
+    onPress(byId("export"), exportAll);
+    onPress(byId("delete-donors"), deleteDonors);
+    onPress(byId("print"), printAll);
 
     const address = new URLSearchParams(location.search);
     let opened;

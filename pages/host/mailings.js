@@ -4,6 +4,7 @@ import { App, list } from "../lib/app.js";
 import { confirmBox } from "../lib/message_box.js";
 import { announce, reportFailure } from "../lib/notice.js";
 import { startPage } from "../lib/page.js";
+import { onPress } from "../lib/press.js";
 import { arrowKeys, rowFrom } from "../lib/table.js";
 import { letterEditor } from "./letter_editor.js";
 
@@ -20,8 +21,8 @@ startPage("Mailings", async ({ format, allowed }) => {
         const { rows } = await list(manage().Lists, columns);
         if (key === null) return showLists(rows, format);
         const shown = rows.find((row) => row.Key.toLowerCase() === key.toLowerCase());
-        byId("delete").hidden = !shown || !allowed("mailings/send");
         await showList(shown, format);
+        byId("delete").hidden = !shown || !allowed("mailings/send");
         byId("donors-title").hidden = byId("donors").hidden;
         if (!shown || shown.DonorCount === 0 || !allowed("mailings/send")) return;
         if (editor) return editor.update();
@@ -32,7 +33,7 @@ startPage("Mailings", async ({ format, allowed }) => {
         });
         await editor.begin();
     }
-    byId("delete").addEventListener("click", () => remove().catch(reportFailure));
+    onPress(byId("delete"), remove);
     document.addEventListener("hostrefresh", () => load().catch(reportFailure));
     arrowKeys(byId("lists").tBodies[0]);
     await load();

@@ -1,8 +1,8 @@
 // The reports that modules offer, by category.
 
 import { all, App, ask, list } from "../lib/app.js";
-import { reportFailure } from "../lib/notice.js";
 import { startPage } from "../lib/page.js";
+import { onPress } from "../lib/press.js";
 import { rowFrom } from "../lib/table.js";
 import { commands } from "../events/addin.js";
 import { offered } from "./report_list.js";
@@ -57,13 +57,7 @@ function itemOf({ name, description, icon, address, command }) {
     button.type = "button";
     button.className = "row-link";
     button.textContent = name;
-    let isRunning = false;
-    button.addEventListener("click", async () => {
-        if (isRunning) return;
-        isRunning = true;
-        await commands()[command.name](...command.args).catch(reportFailure);
-        isRunning = false;
-    });
+    onPress(button, () => commands()[command.name](...command.args));
     link.replaceWith(button);
     return item;
 }

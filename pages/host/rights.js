@@ -6,6 +6,7 @@ import { formBox } from "../lib/form_box.js";
 import { bindKey } from "../lib/keys.js";
 import { announce, notice, reportFailure } from "../lib/notice.js";
 import { startPage } from "../lib/page.js";
+import { onPress } from "../lib/press.js";
 
 const byId = (id) => document.getElementById(id);
 const security = () => App.Security;
@@ -130,7 +131,7 @@ startPage("Settings", async ({ session, format }) => {
         if (set) notice(`The password of ${user.Name} is set.`);
     }
 
-    byId("add").addEventListener("click", () => add().catch(reportFailure));
+    onPress(byId("add"), add);
     byId("add").hidden = false; // until here, a click would have been lost
     byId("password").addEventListener("click", () => setPassword().catch(reportFailure));
     bindKey("n", "Add a user", () => byId("add").click());

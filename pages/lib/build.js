@@ -1,5 +1,7 @@
 // Builds elements: build("p", { className: "hint", text: "Words" }, child, ...).
 
+import { onPress } from "./press.js";
+
 /** Names that are attributes and not properties of an element. */
 const isAttribute = (name) => name === "role" || name === "for" || name.includes("-");
 
@@ -23,15 +25,7 @@ export function build(tag, { text, on = {}, data = {}, ...properties } = {}, ...
 
 /** A button that runs `run` once at a time. */
 export function buttonOf(text, run, properties = {}) {
-    let isRunning = false;
-    const click = async () => {
-        if (isRunning) return;
-        isRunning = true;
-        try {
-            await run();
-        } finally {
-            isRunning = false;
-        }
-    };
-    return build("button", { type: "button", text, on: { click }, ...properties });
+    const button = build("button", { type: "button", text, ...properties });
+    onPress(button, run);
+    return button;
 }

@@ -2,8 +2,9 @@
 // is shown.
 
 import { saveCsv } from "./csv.js";
-import { announce, reportFailure } from "./notice.js";
+import { announce } from "./notice.js";
 import { remember } from "./preferences.js";
+import { onPress } from "./press.js";
 import { sorted } from "./sorting.js";
 import { arrowKeys, sortableHeads } from "./table.js";
 import { Currency, DateTime } from "./values.js";
@@ -161,21 +162,8 @@ function toolButton({ label, run, isPrimary, needsRows }) {
     button.type = "button";
     button.textContent = label;
     if (isPrimary) button.className = "primary";
-    button.addEventListener("click", () => once(button, run));
+    onPress(button, run);
     return { button, needsRows };
-}
-
-/** A second press before the first one's work is done starts nothing. */
-async function once(button, run) {
-    if (button.dataset.isRunning) return;
-    button.dataset.isRunning = "yes";
-    try {
-        await run();
-    } catch (error) {
-        reportFailure(error);
-    } finally {
-        delete button.dataset.isRunning;
-    }
 }
 
 function rowOf(row, { columns, format, actions = [], open, titleOf }) {
@@ -208,7 +196,7 @@ function rowOf(row, { columns, format, actions = [], open, titleOf }) {
         button.className = "quiet";
         button.textContent = label;
         button.setAttribute("aria-label", `${label} ${titleOf(row)}`);
-        button.addEventListener("click", () => once(button, () => run(row)));
+        onPress(button, () => run(row));
         cell.append(button);
     }
     element.append(cell);
@@ -220,7 +208,7 @@ function openButton(text, run) {
     button.type = "button";
     button.className = "row-link";
     button.textContent = text || "(no name)";
-    button.addEventListener("click", () => once(button, run));
+    onPress(button, run);
     return button;
 }
 

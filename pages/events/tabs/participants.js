@@ -7,6 +7,7 @@ import { longList } from "../../lib/long_list.js";
 import { confirmBox } from "../../lib/message_box.js";
 import { announce, notice, reportFailure } from "../../lib/notice.js";
 import { preferences, remember } from "../../lib/preferences.js";
+import { onPress } from "../../lib/press.js";
 import { checkBoxes, createSelection } from "../../lib/selection.js";
 import { sortableHeads } from "../../lib/table.js";
 import { commands } from "../addin.js";
@@ -270,13 +271,7 @@ export const tab = {
                 },
             };
             for (const [name, run] of Object.entries(runs)) {
-                let isRunning = false;
-                parts.buttons[name]?.addEventListener("click", async () => {
-                    if (isRunning) return;
-                    isRunning = true;
-                    await Promise.resolve().then(run).catch(reportFailure);
-                    isRunning = false;
-                });
+                if (parts.buttons[name]) onPress(parts.buttons[name], run);
             }
             bindKey("/", "Search participants", () => parts.search.focus());
         }
