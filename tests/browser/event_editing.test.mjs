@@ -84,6 +84,7 @@ browserTest("All fields are stored exactly; refusals stand at theirs", async ({ 
     await page.getByRole("heading", { name: "Zz full" }).waitFor();
     await page.getByText("Event saved.").waitFor();
     await page.getByText("Created by anna").waitFor();
+    await page.locator("main:not([aria-busy])").waitFor(); // all of it is there
     const text = await page.locator("main").innerText();
     for (const part of ["Fri, Mar 7, 2031, no time set", "Fri, Mar 7, 2031, 10:00 PM",
         "Sat, Mar 1, 2031, 12:00 PM", "First line\nSecond <b>line</b>", "$1,234,567.89"]) {
