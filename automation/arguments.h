@@ -141,7 +141,7 @@ auto namingArgument(const Members& members, std::string_view member, std::string
 }
 
 /// A C++ argument made from one value. A pointer is an optional by-reference argument: null when it
-/// was not given, else its result goes back into the value.
+/// was not given, else what the operation changed goes back into the value.
 template <typename T>
 class Argument {
 public:
@@ -169,18 +169,25 @@ public:
             } catch (const Error&) {
                 converted_ = T{};
             }
+            before_ = converted_;
         }
     }
     T* pass() { return given_ ? &converted_ : nullptr; }
+    // A variable that the operation leaves alone keeps what it holds, in its own type.
     void writeBack()
     {
-        if (given_) value_ = asValue(std::move(converted_));
+        if (!given_) return;
+        if constexpr (!std::is_same_v<T, Value>) {
+            if (converted_ == before_) return;
+        }
+        value_ = asValue(std::move(converted_));
     }
 
 private:
     Value& value_;
     bool given_ = false;
     T converted_{};
+    T before_{};
 };
 
 template <typename T>

@@ -39,8 +39,8 @@ public:
     }
     bool find(std::int32_t id, std::string* message, Ref<Sample>* found)
     {
-        if (message) *message = "looked for " + std::to_string(id);
-        if (found) *found = Ref<Sample>(this);
+        if (message && id > 0) *message = "looked for " + std::to_string(id);
+        if (found && id > 0) *found = Ref<Sample>(this);
         return id > 0;
     }
     void keep(const Ref<Sample>& other) { kept = static_cast<bool>(other); }
@@ -87,8 +87,8 @@ TEST(Members, WriteByReferenceResultsIntoTheCallersArguments)
     EXPECT_TRUE(toBool(invokeNamed(sample, "Find", CallKind::method, all)));
     EXPECT_EQ(toText(all[1]), "looked for 3");
     EXPECT_EQ(toObject(all[2]), Ref<Object>(sample));
-    Value some[] = {Value(0), Value(Missing{}), Value(1)}; // what comes in need not fit
-    EXPECT_FALSE(toBool(invokeNamed(sample, "Find", CallKind::method, some)));
+    Value some[] = {Value(1), Value(Missing{}), Value(1)}; // what comes in need not fit
+    EXPECT_TRUE(toBool(invokeNamed(sample, "Find", CallKind::method, some)));
     EXPECT_TRUE(some[1].isMissing());
     EXPECT_TRUE(some[2].isObject());
     Value one[] = {Value(1)};
@@ -96,6 +96,12 @@ TEST(Members, WriteByReferenceResultsIntoTheCallersArguments)
     Value two[] = {Value(1), Value()};
     EXPECT_TRUE(toBool(invokeNamed(sample, "Find", CallKind::method, two)));
     EXPECT_EQ(toText(two[1]), "looked for 1");
+    for (const Value& left : {Value(), Value("kept"), Value(7), Value(Null{}), Value(sample)}) {
+        Value alone[] = {Value(0), left, left};
+        EXPECT_FALSE(toBool(invokeNamed(sample, "Find", CallKind::method, alone)));
+        EXPECT_EQ(typeName(alone[1]), typeName(left));
+        EXPECT_EQ(typeName(alone[2]), typeName(left));
+    }
 }
 
 TEST(Members, RefuseBadCallsNamingClassMemberAndArgument)

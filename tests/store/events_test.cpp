@@ -343,13 +343,16 @@ TEST_F(Store, JudgesActionsByWhetherTheEventExists)
     };
     for (const auto& [id, action, valid, message] : cases) {
         SCOPED_TRACE(std::to_string(id) + " " + std::to_string(action));
-        Value arguments[] = {Value(id), Value(action), Value(), Value()};
+        Value arguments[] = {Value(id), Value(action), Value("no reason"), Value("no record")};
         EXPECT_EQ(
             toBool(invokeNamed(host.store(), "IsValidEventAction", CallKind::method, arguments)),
             valid);
-        EXPECT_EQ(toText(arguments[1 + 1]), message);
-        EXPECT_EQ(arguments[3].isObject() && !arguments[3].isNothing(), valid);
-        if (valid) { EXPECT_EQ(toBool(get(arguments[3].object(), "IsNew")), action == 1); }
+        EXPECT_EQ(toText(arguments[2]), valid ? "no reason" : message);
+        if (valid) {
+            EXPECT_EQ(toBool(get(toObject(arguments[3]), "IsNew")), action == 1);
+        } else {
+            EXPECT_EQ(toText(arguments[3]), "no record");
+        }
     }
     for (const std::int32_t action : {0, 5, 9, 11, -1}) {
         EXPECT_EQ(logOf([&] {

@@ -53,9 +53,9 @@ TEST_F(ExpenseAndTaskCommands, AddWhatIsFilledIn)
     for (const auto& kind : kinds) {
         SCOPED_TRACE(kind.thing);
         const std::string command = "AddEvent" + kind.thing;
-        std::vector<Value> arguments{5, false};
+        std::vector<Value> arguments{5, Value()};
         EXPECT_EQ(runInPlace(command, arguments), editing(kind, "add"));
-        EXPECT_FALSE(toBool(arguments[1]));
+        EXPECT_TRUE(arguments[1].isEmpty()) << "cancelled, it leaves ForceUpdate alone";
         host.dialogPage = [&] {
             with(host.dialogValues["event" + text::lower(kind.thing)].object(), kind.filledIn);
             return Value(true);
