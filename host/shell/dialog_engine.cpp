@@ -243,6 +243,7 @@ bool DialogEngine::closePage(int window, bool returnValue, const std::string& ur
     requireClosable(level);
     level.returnValue = Value(returnValue);
     if (!askToClose(level, url)) {
+        level.returnValue = {}; // an open window has no result
         showChangedPage(level);
         return false;
     }
@@ -309,8 +310,10 @@ void DialogEngine::goBack(int window, const std::string& url)
     const bool leavesInnerPage = !level.restorePoints.empty() && target == first;
     const std::string cookie = leavesInnerPage ? level.restorePoints.back().cookie : "";
 
+    level.returnValue = Value(false); // whatever the step ends, it confirms nothing
     const bool handled = tellHandler(level, "OnDialogBack", level.history[target].address());
     if (!level.isOpen) return;
+    level.returnValue = {};
     if (!handled && !level.pageChanged) {
         if (leavesInnerPage) {
             level.restore(cookie);

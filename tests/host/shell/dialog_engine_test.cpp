@@ -119,18 +119,25 @@ TEST_F(Dialogs, GoBackFromAnInnerPageToTheOneBefore)
         const auto inner = dialog("results");
         frontEnd.windows = {[&](int window) {
             expectRefusal([&] { engine.goBack(window); }, "shows its first page");
+            outer->keepsOpen = true;
             inner->load("subdialog");
+            EXPECT_FALSE(engine.closePage(window, true));
+            EXPECT_TRUE(engine.ReturnValue().isEmpty()) << "refused, it is no result";
+            outer->keepsOpen = false;
+            inner->load("subdialog");
+            set("out", "17");
             expectRefusal([&] { engine.goBack(window, "addevent"); }, "cannot go back to");
             engine.goBack(window, url);
             EXPECT_TRUE(engine.isOpen(window));
+            EXPECT_EQ(toText(inner->output), "") << "a step back confirms nothing";
             EXPECT_EQ(get(shell->dialog({}).object(), "Handler").object(),
                       Ref<qmevents::Object>(outer));
             expectRefusal([&] { engine.Restore("subdialog"); }, "no restore point");
             engine.closePage(window, false);
         }};
         EXPECT_FALSE(outer->create());
-        EXPECT_EQ(frontEnd.seen,
-                  (Seen{"open findevent", "load results", "load findevent", "close findevent"}));
+        EXPECT_EQ(frontEnd.seen, (Seen{"open findevent", "load results", "load findevent",
+                                       "load results", "load findevent", "close findevent"}));
     }
 }
 
