@@ -1,7 +1,7 @@
 #include "core/schema_installer.h"
 
 #include <algorithm>
-#include <optional>
+#include <cmath>
 
 #include "automation/error.h"
 #include "automation/text.h"
@@ -45,42 +45,37 @@ void createViews(const XmlNode& section)
     });
 }
 
-// A script engine of the host, one for all scriptlets of a section.
-class Scripts {
-public:
-    Scripts() : engine_(newScriptEngine())
-    {
-        put(engine_, "Language", "vbscript");
-        call(engine_, "AddObject", "App", host().object());
+// Runs one scriptlet; a failure is reported with its line. Assigning the language makes engines
+// forget what the scriptlet before has left, App included.
+void runScriptlet(const Ref<Object>& engine, const std::string& text)
+{
+    put(engine, "Language", "vbscript");
+    call(engine, "AddObject", "App", host().object());
+    std::string thrown;
+    try {
+        call(engine, "AddCode", text);
+    } catch (const Error& error) {
+        thrown = error.description(); // the scriptlets behind it run all the same
     }
-
-    /// Runs one scriptlet; a failure is reported with its line.
-    void run(const std::string& text)
-    {
-        try {
-            call(engine_, "AddCode", text);
-        } catch (const Error& error) {
-            const auto failure = getObject(engine_, "Error");
-            const bool described = toInt32(get(failure, "Number")) != 0;
-            host().shell().errorUnexpected(described ? toText(get(failure, "Description")) +
-                                                           " Line: " + toText(get(failure, "Line"))
-                                                     : error.description());
-        }
+    // Some engines only note a failure, and some only raise it.
+    const auto failure = getObject(engine, "Error");
+    if (toInt32(get(failure, "Number")) != 0) {
+        host().shell().errorUnexpected(toText(get(failure, "Description")) +
+                                       " Line: " + toText(get(failure, "Line")));
+    } else if (!thrown.empty()) {
+        host().shell().errorUnexpected(thrown);
     }
-
-private:
-    Ref<Object> engine_;
-};
+}
 
 void runScripts(const XmlNode& section, const XmlNode& version)
 {
-    std::optional<Scripts> scripts;
+    Ref<Object> engine;
     section.each("scripts/*", [&](const XmlNode& entry) {
-        if (!scripts) scripts.emplace();
+        if (!engine) engine = newScriptEngine();
         const std::string name = entry.attribute("name");
         const XmlNode scriptlet = version.first("scripts/scriptlet[@name='" + name + "']");
         if (scriptlet) {
-            scripts->run(scriptlet.text());
+            runScriptlet(engine, scriptlet.text());
         } else {
             host().shell().errorUnexpected("The schema file has no scriptlet \"" + name + "\".");
         }

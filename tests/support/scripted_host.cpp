@@ -43,27 +43,7 @@ ScriptedHost::ScriptedHost()
         return Value();
     });
     app_->on("IsModuleLoaded", [](std::span<Value>) { return Value(true); });
-    app_->on("CreateObject", [this](std::span<Value> a) -> Value {
-        if (toText(a[0]) != "ScriptControl") return Value::nothing();
-        auto failure = puppet("Error");
-        failure->holds("Number", 0).holds("Description", "").holds("Line", 0);
-        auto control = puppet("ScriptControl");
-        control->holds("Language", "").holds("Error", failure);
-        control->on("AddObject", [](std::span<Value>) { return Value(); });
-        control->on("AddCode", [this, failure](std::span<Value> code) {
-            log.push_back("Script: " + toText(code[0]));
-            try {
-                if (runScript) runScript(toText(code[0]));
-            } catch (const Error& error) {
-                put(failure, "Number", error.number());
-                put(failure, "Description", error.description());
-                put(failure, "Line", 3);
-                throw;
-            }
-            return Value();
-        });
-        return control;
-    });
+    app_->on("CreateObject", [](std::span<Value>) { return Value::nothing(); });
     for (const char* name : {"Events", "Workflow", "Handler", "Security"}) {
         roots_[name] = transport.makeRoot(std::string("QMEvents.") + name);
     }

@@ -44,7 +44,6 @@ public:
     bool saysYes = false;                    ///< The answer to every question.
     std::optional<std::int32_t> chosenDonor; ///< What the donor chooser gives; cancelled without.
     std::int32_t requiredSchema = 2;
-    std::function<void(const std::string&)> runScript;
 
     /// Queries that contain `part` answer with `rows`; the newest rule that fits counts.
     void answer(const std::string& part, Rows rows);

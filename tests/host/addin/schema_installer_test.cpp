@@ -3,7 +3,9 @@
 #include <filesystem>
 #include <fstream>
 
+#include "core/script_engine.h"
 #include "tests/host/addin/whole_host.h"
+#include "tests/support/puppet.h"
 
 namespace refhost {
 namespace {
@@ -188,6 +190,45 @@ TEST_P(SchemaInstaller, SkipsAFailingScriptletAndRunsTheOthers)
     ASSERT_EQ(statements_.size(), 2U);
     EXPECT_EQ(statements_[0],
               std::string("DROP ") + (sqlServer ? "VIEW" : "PROCEDURE") + " vw_marks");
+}
+
+// An engine that is told everything anew for each scriptlet, and that notes failures unraised.
+std::vector<std::string> told;
+Ref<Object> notingEngine()
+{
+    using qmevents::testing::puppet;
+    const auto failure = puppet("Error");
+    failure->holds("Number", 0).holds("Description", "half done").holds("Line", 4);
+    const auto engine = puppet("Engine");
+    engine->holds("Error", failure).onPut("Language", [](std::span<Value> a) {
+        told.push_back(toText(a[0]));
+        return Value();
+    });
+    engine->on("AddObject", [](std::span<Value> a) {
+        told.push_back(toText(a[0]));
+        return Value();
+    });
+    engine->on("AddCode", [failure = failure.get()](std::span<Value> a) {
+        told.push_back(toText(a[0]));
+        put(Ref<Object>(failure), "Number", told.back() == "bad" ? 1004 : 0);
+        return Value();
+    });
+    return engine;
+}
+
+TEST_P(SchemaInstaller, TellsFailuresThatAnEngineOnlyNotes)
+{
+    told.clear();
+    qmevents::setScriptEngineFactory(notingEngine);
+    const auto seen = signIn(
+        "<schemas><schema version=\"2\"><install><scripts><s name=\"a\"/><s name=\"b\"/></scripts>"
+        "</install><scripts><scriptlet name=\"a\">bad</scriptlet><scriptlet name=\"b\">good"
+        "</scriptlet></scripts></schema></schemas>");
+    qmevents::setScriptEngineFactory(nullptr);
+    EXPECT_EQ(told,
+              (std::vector<std::string>{"vbscript", "App", "bad", "vbscript", "App", "good"}));
+    ASSERT_EQ(seen.size(), 2U) << "the second: this database has no events to repair";
+    EXPECT_EQ(seen[0], "unexpected error half done Line: 4|");
 }
 
 } // namespace
