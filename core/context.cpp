@@ -12,8 +12,9 @@ Context& Context::current()
 
 void Context::initialize(const Ref<Object>& app)
 {
+    if (app_) return;
     if (!app) throw Error::with(ErrorNumber::objectNotSet, "OnInitialize needs the application");
-    if (!app_) app_ = app;
+    app_ = app;
 }
 
 const Ref<Object>& Context::app() const

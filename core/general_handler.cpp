@@ -2,6 +2,7 @@
 
 #include "automation/text.h"
 #include "core/host.h"
+#include "core/host_text.h"
 #include "core/reference_repair.h"
 #include "core/schema_installer.h"
 #include "core/widgets.h"
@@ -15,14 +16,14 @@ constexpr const char* viewEventText = "View Event";
 
 bool concernsAnEvent(const Ref<Object>& interaction)
 {
-    return text::upper(toText(get(interaction, "group"))) == "EVENT";
+    return text::upper(textOrNone(get(interaction, "group"))) == "EVENT";
 }
 
 // Hosts send back the number or the text of the menu item.
 bool isViewEvent(const Value& command)
 {
     return isNumeric(command) ? toInt32(command) == viewEventCommand
-                              : toText(command) == viewEventText;
+                              : textOrNone(command) == viewEventText;
 }
 
 void addToMenu(const HostEvent& event)

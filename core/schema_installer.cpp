@@ -6,6 +6,7 @@
 #include "automation/error.h"
 #include "automation/text.h"
 #include "core/host.h"
+#include "core/host_text.h"
 #include "core/script_engine.h"
 #include "core/xml.h"
 
@@ -88,7 +89,9 @@ bool checkSchema()
 {
     const Host app = host();
     const auto required = toInt16(app.modules().events().configuration("schema"));
-    const auto installed = toInt32(leadingNumber(toText(app.document().setting(versionSetting))));
+    // A double, because a newer add-in's version may be of any size.
+    const double installed =
+        std::nearbyint(leadingNumber(textOrNone(app.document().setting(versionSetting))));
     if (installed > required) {
         app.shell().errorUser(
             "This Addin cannot work with this database.  Please contact Corvane.");
@@ -97,7 +100,7 @@ bool checkSchema()
     if (installed == required) return true;
     const std::string file =
         app.provider().isSqlServer() ? "data\\data-schema-sql.xml" : "data\\data-schema.xml";
-    if (!createSchema(app.modules().events().path() + file, std::to_string(installed),
+    if (!createSchema(app.modules().events().path() + file, numberText(installed),
                       std::to_string(required))) {
         return false;
     }

@@ -1,6 +1,7 @@
 #include "core/xml.h"
 
 #include "core/host.h"
+#include "core/host_text.h"
 
 namespace qmevents {
 
@@ -15,8 +16,7 @@ std::string XmlNode::text() const
 
 std::string XmlNode::attribute(const std::string& name) const
 {
-    const Value value = call("getAttribute", name);
-    return value.isNull() ? std::string() : toText(value);
+    return textOrNone(call("getAttribute", name));
 }
 
 XmlWriter::XmlWriter(const std::string& name) : document_(newXmlDocument())

@@ -24,6 +24,7 @@ TEST(RootObjects, KeepTheFirstApplicationAndFindTheRootOnce)
     auto other = puppet("OtherApp");
     for (const char* name : {"Events", "Workflow", "Handler", "Security"}) {
         call(host.root(name), "OnInitialize", other); // knows no member at all
+        call(host.root(name), "OnInitialize", Value::nothing());
     }
     call(host.commands(), "ManageEvents");
     EXPECT_EQ(host.log, (Log{"Navigate: obsidian://events/events-view | True"}));
@@ -98,7 +99,7 @@ TEST(InteractionMenu, OffersAndRunsViewEventForEventsOnly)
 {
     ScriptedHost host;
     host.answer("WHERE Id = <2:12>", testing::eventRow(12));
-    const auto send = [&](const char* key, const char* group, Value command) {
+    const auto send = [&](const char* key, const Value& group, Value command) {
         auto menu = puppet("ContextMenu");
         menu->on("AppendItem", [&](std::span<Value> a) {
             host.log.push_back("AppendItem " + toText(a[0]) + " " + toText(a[1]) + " " +
@@ -116,7 +117,9 @@ TEST(InteractionMenu, OffersAndRunsViewEventForEventsOnly)
     };
     EXPECT_EQ(send("interaction-menu", "event", {}), (Log{"AppendItem 8192 View Event 10001"}));
     EXPECT_TRUE(send("interaction-menu", "events", {}).empty());
+    EXPECT_TRUE(send("interaction-menu", Null{}, {}).empty());
     EXPECT_TRUE(send("interaction-command", "donor", 10001).empty());
+    EXPECT_TRUE(send("interaction-command", "Event", Null{}).empty());
     EXPECT_TRUE(send("interaction-command", "Event", 10002).empty());
     EXPECT_TRUE(send("interaction-command", "Event", "Something").empty());
     for (const Value& command : {Value(10001), Value("10001"), Value("View Event")}) {

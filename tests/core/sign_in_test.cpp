@@ -90,11 +90,16 @@ TEST_P(SignIn, StaysOnTheHostsPageUnlessTheUserMayAndWantsToSeeTheEvents)
         EXPECT_EQ(log.size(), goes ? 2U : 1U);
         EXPECT_EQ(log.back() == "Navigate: obsidian://events/events-view", goes);
     }
-    host.settings["events-addin-init"] = "3";
-    EXPECT_EQ(
-        signIn(),
-        (Log{"ErrorUser: This Addin cannot work with this database.  Please contact Corvane."}))
-        << "nothing is done to a database that this add-in does not know";
+    for (const char* newer : {"3", "90000000000"}) {
+        host.settings["events-addin-init"] = newer;
+        EXPECT_EQ(
+            signIn(),
+            (Log{"ErrorUser: This Addin cannot work with this database.  Please contact Corvane."}))
+            << "nothing is done to a database that this add-in does not know";
+    }
+    host.settings["events-addin-init"] = Null{};
+    host.requiredSchema = 0;
+    EXPECT_EQ(signIn().size(), 2U) << "a setting that is not there is version 0";
 }
 
 } // namespace
