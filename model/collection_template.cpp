@@ -126,6 +126,11 @@ Value CollectionTemplate::ItemByKey(const Value& vntKey) const
     return live().at(keyText(vntKey));
 }
 
+bool CollectionTemplate::holdsKey(const Value& recordKey) const
+{
+    return live().contains(keyText(recordKey));
+}
+
 Value CollectionTemplate::SortedItems() const
 {
     return Array::list({ordered_.begin(), ordered_.end()}, 1);

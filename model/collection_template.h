@@ -51,9 +51,10 @@ public:
     /// nearest to zero, which is written back; else under the given key. Error 457 when it is
     /// taken.
     void Add(const Ref<Object>& oObject, Value* sKey = nullptr);
-    Value Item(const Value& vntIndex) const;    ///< By position (from 1) or full key.
-    Value ItemByKey(const Value& vntKey) const; ///< By the bare record key.
-    Value SortedItems() const;                  ///< The display order, first index 1.
+    Value Item(const Value& vntIndex) const;     ///< By position (from 1) or full key.
+    Value ItemByKey(const Value& vntKey) const;  ///< By the bare record key.
+    bool holdsKey(const Value& recordKey) const; ///< By the bare record key.
+    Value SortedItems() const;                   ///< The display order, first index 1.
     std::int32_t Count() const { return static_cast<std::int32_t>(live().size()); }
     /// Takes an item out by position and records it as deleted. The display order keeps its entry
     /// unless `RemoveIdFromArray` is set.

@@ -27,6 +27,19 @@ public:
     std::int32_t Count() const { return engine_->Count(); }
     void Remove(const Value& vntIndex, bool fix) { engine_->Remove(vntIndex, fix); }
     void RemoveByKey(const Value& vntKey, bool record) { engine_->RemoveByKey(vntKey, record); }
+    /// Takes out the record under the key `id`, else the one whose Id it is, because a new record
+    /// keeps its temporary key once it is stored. What is stored counts as deleted from now on.
+    /// Error 5 when there is no such record.
+    void takeOut(std::int32_t id)
+    {
+        if (engine_->holdsKey(id)) {
+            const auto record = recordIn(engine_->ItemByKey(id));
+            return engine_->RemoveByKey(id, record && !record->IsNew());
+        }
+        const std::int32_t position = positionOf(id);
+        if (position == 0) return engine_->RemoveByKey(id, false); // says that there is none
+        engine_->Remove(position, true);
+    }
     void RemoveAll() { engine_->RemoveAll(); }
     Ref<Enumerator> NewEnum() { return engine_->NewEnum(); }
     Ref<Collection> DeletedItems() const { return engine_->DeletedItems(); }
@@ -86,13 +99,25 @@ public:
     }
 
 private:
+    // Nothing for whatever else was put into the items by hand.
+    static Ref<T> recordIn(const Value& item)
+    {
+        return item.isObject() ? refCast<T>(item.object()) : Ref<T>();
+    }
+    std::int32_t positionOf(std::int32_t id) const
+    {
+        const Collection& items = engine_->live();
+        for (std::size_t i = 1; i <= items.size(); ++i) {
+            const auto record = recordIn(items.at(i));
+            if (record && record->Id() == id) return static_cast<std::int32_t>(i);
+        }
+        return 0;
+    }
     template <typename Visit>
     static void eachIn(const Collection& items, Visit visit)
     {
         for (std::size_t i = 1; i <= items.size(); ++i) {
-            const Value& item = items.at(i);
-            if (!item.isObject()) continue;
-            if (const auto record = refCast<T>(item.object())) visit(record);
+            if (const auto record = recordIn(items.at(i))) visit(record);
         }
     }
 

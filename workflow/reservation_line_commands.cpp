@@ -76,9 +76,7 @@ void WorkflowEvents::DeleteEventReservationActivity(std::int32_t EventReservatio
     reported([&] {
         const auto lines = linesToChange(EventReservation);
         if (!lines) return;
-        // A line with a temporary key has no row that the save would have to delete.
-        const bool isStored = EventReservationActivityId > 0;
-        lines->RemoveByKey(EventReservationActivityId, isStored);
+        lines->takeOut(EventReservationActivityId); // the save deletes the row, if there is one
         markPageModified();
     });
 }

@@ -125,6 +125,28 @@ TEST_P(SavedChildren, EveryTextColumnGivesBackWhatWasTyped)
     EXPECT_EQ(seen, Seen(seen.size(), "refresh"));
 }
 
+TEST_P(SavedChildren, ALineThatWasNewIsTakenOutByItsKeyAndByItsId)
+{
+    const auto ticket = activity(6);
+    const auto order = reservation(ticket, 1);
+    const auto lines = getObject(order, "Activities");
+    for (int line = 2; line <= 3; ++line) {
+        call(lines, "Add",
+             with(make("GetNewEventReservationActivity"),
+                  {{"FKActivityId", idOf(ticket)}, {"Quantity", line}}),
+             0);
+    }
+    ASSERT_TRUE(save("UpdateEventReservation", order)) << ::testing::PrintToString(seen);
+    const auto second = idOf(item(lines, 2));
+    call(host.commands(), "DeleteEventReservationActivity", second, order);
+    call(host.commands(), "DeleteEventReservationActivity", -1, order);
+    EXPECT_EQ(textOf(lines, "Count"), "1");
+    ASSERT_TRUE(save("UpdateEventReservation", order)) << ::testing::PrintToString(seen);
+    const std::string stored = " FROM events_event_reservations_activities";
+    EXPECT_EQ(host.cell("SELECT COUNT(*)" + stored), "1");
+    EXPECT_EQ(host.cell("SELECT Quantity" + stored), "3");
+}
+
 TEST_P(SavedChildren, ReservationFieldsOfEveryTypeComeBackEqual)
 {
     const auto ticket = activity(5);
