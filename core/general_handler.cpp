@@ -37,9 +37,7 @@ void runMenuCommand(const HostEvent& event)
 {
     const auto interaction = getObject(event.data(), "Interaction");
     if (!concernsAnEvent(interaction) || !isViewEvent(get(event.data(), "Command"))) return;
-    const std::int32_t eventId = toInt32(get(interaction, "Reference"));
-    const auto workflow = host().modules().events().rootObject("Workflow");
-    call(getObject(workflow, "Events"), "ViewEvent", eventId);
+    host().modules().events().viewEvent(toInt32(get(interaction, "Reference")));
 }
 
 // The page that the user wants to begin with: the events, or the host's own.

@@ -22,6 +22,12 @@ public:
     {
         return toObject(call("Objects", name));
     }
+    /// Has the add-in's command object, as the host registered it, show an event, on a tab if one
+    /// is named.
+    void viewEvent(std::int32_t id, const std::string& tab = {}) const
+    {
+        qmevents::call(getObject(rootObject("Workflow"), "Events"), "ViewEvent", id, tab);
+    }
     /// The installation folder; ends with a separator.
     std::string path() const { return toText(get("Path")); }
     /// Where the add-in's report layouts lie.
@@ -81,20 +87,22 @@ class DonorModule : public HostPart {
 public:
     using HostPart::HostPart;
     /// The donor, or nothing when there is none with this id.
-    Ref<Object> donor(std::int32_t id) const
-    {
-        return toObject(qmevents::call(part("DonorManage"), "GetDonor", id));
-    }
+    Ref<Object> donor(std::int32_t id) const { return read("GetDonor", id); }
     /// The donor with its display name only, or nothing.
-    Ref<Object> smallDonor(std::int32_t id) const
-    {
-        return toObject(qmevents::call(part("DonorManage"), "GetSmallDonor", id));
-    }
+    Ref<Object> smallDonor(std::int32_t id) const { return read("GetSmallDonor", id); }
     DonorChooser newDonorChooser() const
     {
         return DonorChooser(toObject(qmevents::call(part("Dialogs"), "NewDialog", "getdonor")));
     }
     MailingManage mailings() const { return MailingManage(part("MailingManage")); }
+
+private:
+    // Hosts answer Nothing, Empty or Null where there is no such donor.
+    Ref<Object> read(std::string_view operation, std::int32_t id) const
+    {
+        const Value donor = qmevents::call(part("DonorManage"), operation, id);
+        return donor.isNull() ? Ref<Object>() : toObject(donor);
+    }
 };
 
 /// `App.Modules.Donation`.

@@ -76,7 +76,7 @@ void WorkflowEvents::AddEventParticipant(std::int32_t EventId, bool* ForceUpdate
         dialog->set("EventParticipants", added);
         if (!confirmed(dialog)) return;
         setTrue(ForceUpdate);
-        if (NavigateToEvent) ViewEvent(eventId, "events_participants", 0);
+        if (NavigateToEvent) host().modules().events().viewEvent(eventId, "events_participants");
     });
 }
 

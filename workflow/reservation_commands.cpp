@@ -47,6 +47,17 @@ std::optional<PaymentsShown> showPayments(std::int32_t eventId, std::int32_t res
     return PaymentsShown{reservation, output(dialog, "ReturnAction", toText)};
 }
 
+// The donor, or nothing. Hosts may also raise an error for one who no longer exists, and to the
+// user that is the same.
+Ref<Object> readableDonor(std::int32_t id)
+{
+    try {
+        return host().modules().donor().donor(id);
+    } catch (const Error&) {
+        return {};
+    }
+}
+
 // Hands over to the host's donation wizard, which reads the dialog values, records the gift for the
 // reservation and returns to the page that the user came from.
 void addPayment(std::int32_t eventId, std::int32_t reservationId)
@@ -56,7 +67,7 @@ void addPayment(std::int32_t eventId, std::int32_t reservationId)
     if (!reservation) return;
     const Host app = host();
     const std::int32_t donorId = reservation->FKdonorId;
-    const auto donor = app.modules().donor().donor(donorId);
+    const auto donor = readableDonor(donorId);
     if (!donor) {
         return showRefusal("The request to add a payment for the donor is no longer valid."
                            "</br></br>The donor no longer exists.");

@@ -37,6 +37,7 @@ public:
     std::map<std::string, Value> settings;
     std::map<std::string, std::set<std::int32_t>> codes; ///< Ids by code list.
     std::map<std::int32_t, std::string> donors;          ///< Display names by id.
+    Value noDonor = Value::nothing(); ///< What any other is read as; a text is raised.
     std::map<std::string, Value> dialogValues;
     /// What the page in a dialog does before it closes; the return value. A dialog that nobody
     /// waits for stays open.

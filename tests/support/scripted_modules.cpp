@@ -11,7 +11,10 @@ namespace {
 Value donorObject(const ScriptedHost& host, std::int32_t id)
 {
     const auto found = host.donors.find(id);
-    if (found == host.donors.end()) return Value::nothing();
+    if (found == host.donors.end()) {
+        if (host.noDonor.isText()) throw Error(3021, "DonorManage", host.noDonor.text());
+        return host.noDonor;
+    }
     auto donor = puppet("Donor");
     donor->holds("Id", id).holds("Display", found->second).holds("EntityType", "household");
     return donor;

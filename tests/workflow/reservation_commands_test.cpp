@@ -120,13 +120,16 @@ TEST_F(ReservationCommands, HandAPaymentToTheDonationWizard)
     EXPECT_EQ(run("EditEventReservationPayments", 5, 8), joined({payments("edit"), wizard}));
     EXPECT_EQ(run("ViewEventReservationPayments", 5, 8), payments("view"));
     host.donors.clear();
-    EXPECT_EQ(run("EditEventReservationPayments", 5, 8),
-              joined({payments("edit"),
-                      underLock({reads8,
-                                 "MsgBox: The request to add a payment for the donor is no longer "
-                                 "valid.\r\n\r\nThe donor no longer exists.\r\nClick OK to "
-                                 "continue. | Request Is Not Valid",
-                                 "ForceUpdate"})}));
+    for (const Value& gone : {Value::nothing(), Value(Null{}), Value("There is no such donor")}) {
+        host.noDonor = gone;
+        EXPECT_EQ(run("EditEventReservationPayments", 5, 8),
+                  joined({payments("edit"),
+                          underLock({reads8,
+                                     "MsgBox: The request to add a payment for the donor is no "
+                                     "longer valid.\r\n\r\nThe donor no longer exists.\r\nClick "
+                                     "OK to continue. | Request Is Not Valid",
+                                     "ForceUpdate"})}));
+    }
     host.dialogPage = [this] { // deleted by another user while the payments are shown
         host.answer("eer.Id = <3:8>", {});
         host.dialogValues["returnaction"] = "addpayment";
