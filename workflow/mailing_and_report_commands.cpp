@@ -10,6 +10,14 @@ constexpr EventSearch eventOfMailing{
     "Enter part or all of the event name you would like to find, then Click Next below. The event "
     "you choose will be used to generate a mailing list of donors participating in the event."};
 
+// The pages leave outputs that the choice does not use out, Null or blank: none of them all.
+template <auto convert>
+auto orNone(const Value& output)
+{
+    const bool isNone = output.isNull() || (output.isText() && output.text().empty());
+    return convert(isNone ? Value() : output);
+}
+
 struct EventReport {
     const char *title, *key;
 };
@@ -37,12 +45,12 @@ void WorkflowEvents::SendEventMailing(std::int32_t EventId)
         dialog->set("EventId", eventId);
         if (!confirmed(dialog)) return;
         eventsManage()->StartEventMailingProcess(
-            eventId, output(dialog, "Choice", toText),
-            output(dialog, "ParticipantStatuses", toText),
-            output(dialog, "InvitationGroups", toObject),
-            output(dialog, "ReservationSponsorship", toBool),
-            output(dialog, "ReservationNonSponsorship", toBool),
-            output(dialog, "ActivityIds", toText));
+            eventId, output(dialog, "Choice", orNone<toText>),
+            output(dialog, "ParticipantStatuses", orNone<toText>),
+            output(dialog, "InvitationGroups", orNone<toObject>),
+            output(dialog, "ReservationSponsorship", orNone<toBool>),
+            output(dialog, "ReservationNonSponsorship", orNone<toBool>),
+            output(dialog, "ActivityIds", orNone<toText>));
     });
 }
 

@@ -39,6 +39,13 @@ TEST_F(MailingCommands, PassTheChoiceToTheStore)
     EXPECT_FALSE(adds({{"choice", 2}, {"activityids", "~5~"}}));
     EXPECT_TRUE(adds({{"choice", "3"}, {"reservationsponsorship", true}}));
     EXPECT_FALSE(adds({{"choice", "3"}, {"reservationnonsponsorship", "True"}}));
+    for (const Value& unused : {Value(""), Value(Null{})}) {
+        EXPECT_TRUE(adds({{"choice", 2},
+                          {"activityids", "~4~"},
+                          {"participantstatuses", unused},
+                          {"invitationgroups", unused},
+                          {"reservationsponsorship", unused}}));
+    }
     confirmWith({{"choice", "4"}, {"invitationgroups", "70"}});
     EXPECT_EQ(run("SendEventMailing", 5),
               joined({choosing,
