@@ -45,6 +45,14 @@ bool isReadBack(Exchange exchange)
     return exchange == Exchange::output || exchange == Exchange::inputOutput;
 }
 
+// What a value becomes of what a caller assigns. An identifier is always a number.
+Value asAssigned(const DialogValue& value, Value given)
+{
+    if (isObject(value.exchange)) return toObject(given);
+    if (value.isId) return toInt32(given);
+    return given;
+}
+
 Members describeDialog(const DialogDescription& dialog)
 {
     Members members(std::string(dialog.className), std::string(dialog.purpose));
@@ -60,11 +68,12 @@ Members describeDialog(const DialogDescription& dialog)
             return static_cast<Dialog&>(self).get(name);
         };
         if (value.exchange != Exchange::output) {
-            member.put = [name = value.property, wantsObject = isObject(value.exchange)](
-                             Object& self, std::span<Value> arguments) {
-                Value& given = arguments.back();
-                static_cast<Dialog&>(self).set(name, wantsObject ? Value(toObject(given))
-                                                                 : std::move(given));
+            member.put = [value](Object& self, std::span<Value> arguments) {
+                auto& owner = static_cast<Dialog&>(self);
+                owner.set(value.property,
+                          detail::namingArgument(owner.members(), value.property, {}, [&] {
+                              return asAssigned(value, std::move(arguments.back()));
+                          }));
             };
         }
         members.add(std::move(member));
@@ -180,8 +189,10 @@ void Dialog::onHandleReturnValue(const Value& returnValue)
     if (!isConfirmed(returnValue)) return;
     for (const auto& value : valuesOf(description_)) {
         if (!isReadBack(value.exchange)) continue;
-        const Value page =
-            template_->GetOutputValue(std::string(value.pageName), get(value.property));
+        // What the page was given stays unless it says otherwise; a mere output is its word alone.
+        const Value before =
+            value.exchange == Exchange::inputOutput ? get(value.property) : Value();
+        const Value page = template_->GetOutputValue(std::string(value.pageName), before);
         set(value.property, value.isId ? Value(toInt32(page)) : page);
     }
 }

@@ -78,6 +78,9 @@ TEST_F(DialogsTest, ExchangeTheirValuesWithThePage)
     call(mailing, "Create");
     EXPECT_EQ(toText(get(mailing, "ActivityIds")), "~4~~5~");
     EXPECT_TRUE(get(mailing, "InvitationGroups").isEmpty());
+    host.dialogPage = [] { return Value(true); };
+    call(mailing, "Create");
+    EXPECT_TRUE(get(mailing, "ActivityIds").isEmpty()) << "of the showing before";
     EXPECT_THROW(put(mailing, "Choice", 1), Error); // an output is the page's
     EXPECT_THROW(put(mailing, "NoSuchValue", 1), Error);
     EXPECT_THROW(put(status, "EventStatuses", "text"), Error);
@@ -93,6 +96,12 @@ TEST_F(DialogsTest, ReportMissingRequiredInputsAndShowAllTheSame)
     host.log.clear();
     call(make("deleteevent"), "Create"); // a number is never empty, 0 included
     EXPECT_EQ(host.log[3], "Dialog eventid = 0");
+    const auto deleting = make("deleteevent");
+    for (const Value& given : {Value(12), Value("12"), Value()}) {
+        put(deleting, "EventId", given); // whatever kind it comes in
+        EXPECT_EQ(get(deleting, "EventId").kind(), ValueKind::int32);
+    }
+    EXPECT_THROW(put(deleting, "EventId", "twelve"), Error);
     const auto plumbing = makeRef<DialogTemplate>();
     for (const Value& empty : {Value(), Value(Null{}), Value(Missing{}), Value("")}) {
         host.log.clear();
