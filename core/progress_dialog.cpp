@@ -29,9 +29,7 @@ ProgressDialog::ProgressDialog(const std::string& title, const std::string& head
         shell.dialog().setWaitForClose(true); // it was meant for this dialog alone
         throw;
     }
-    // Showing it has ended for the dialog object, which took its values along and is not to be
-    // told of the close.
-    shell.dialog().setHandler({});
+    // Showing it took the values along.
     shell.setDialogValue("heading", heading);
     shell.setDialogValue("description", description);
 }

@@ -23,6 +23,16 @@ void reportMissing(const std::string& name)
                                    missingInputNumber);
 }
 
+// A dialog that cannot be shown must leave no values behind. Why it cannot is what counts; that
+// they cannot be dropped either is not worth telling.
+void dropValuesQuietly(const DialogEngine& engine)
+{
+    try {
+        engine.clearClipboard();
+    } catch (const Error&) {
+    }
+}
+
 std::string withForwardSlashes(const std::string& url) { return text::replaceAll(url, "\\", "/"); }
 
 } // namespace
@@ -83,11 +93,18 @@ Value DialogTemplate::showTopLevel(std::int32_t height, std::int32_t width)
     const DialogEngine engine = app.shell().dialog();
     restoreCookie_ = {};
     engine.setHandler(Ref<Object>(this));
-    owner_->onHandleInputValues();
-    app.modules().events().showDialog(ContentFile, height, width);
+    try {
+        owner_->onHandleInputValues();
+        app.modules().events().showDialog(ContentFile, height, width);
+    } catch (...) {
+        dropValuesQuietly(engine);
+        throw;
+    }
     Value result = engine.returnValue();
     engine.clearClipboard();
-    owner_ = {}; // also when the engine closed the window without a word
+    // A window without a result is still open and tells of its close later. One with a result has
+    // closed, be it without a word.
+    if (!result.isEmpty()) owner_ = {};
     return result;
 }
 

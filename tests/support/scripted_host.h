@@ -73,6 +73,7 @@ private:
     Ref<Object> makeActions();
     Ref<Object> makeUtils();
     void statement(const std::string& text);
+    void closeDialog(const Value& returnValue);
 
     Ref<Puppet> app_;
     std::map<std::string, Ref<Object>> roots_;
@@ -80,6 +81,7 @@ private:
     Value dialogHandler_;
     Value dialogReturnValue_;
     bool dialogIsWaitedFor_ = true;
+    bool dialogIsLeftOpen_ = false;
 };
 
 using Log = std::vector<std::string>;

@@ -42,11 +42,8 @@ Ref<Object> ScriptedHost::makeEventsModule()
         log.push_back("ShowDialog " + toText(a[0]) + " " + shown(a[1]) + " " + shown(a[2]) + " " +
                       toText(a[3]) + " " + toText(a[4]));
         dialogReturnValue_ = {};
-        if (!std::exchange(dialogIsWaitedFor_, true)) return Value();
-        dialogReturnValue_ = dialogPage ? dialogPage() : Value(false);
-        Value closing[] = {Value("events/page"), Value(false)};
-        invokeNamed(dialogHandler_.object(), "OnDialogClose", CallKind::method, closing);
-        EXPECT_FALSE(toBool(closing[1])) << "a top-level dialog lets its window close";
+        dialogIsLeftOpen_ = !std::exchange(dialogIsWaitedFor_, true);
+        if (!dialogIsLeftOpen_) closeDialog(dialogPage ? dialogPage() : Value(false));
         return Value();
     });
     events->on("LoadDialog", [this](std::span<Value> a) {

@@ -1,5 +1,7 @@
 // The windows of the recording host: messages, questions and dialogs.
 
+#include <gtest/gtest.h>
+
 #include "tests/support/scripted_host.h"
 #include "tests/support/shown_value.h"
 
@@ -46,6 +48,14 @@ Ref<Object> ScriptedHost::makeShell()
     return shell;
 }
 
+void ScriptedHost::closeDialog(const Value& returnValue)
+{
+    dialogReturnValue_ = returnValue;
+    Value closing[] = {Value("events/page"), Value(false)};
+    invokeNamed(dialogHandler_.object(), "OnDialogClose", CallKind::method, closing);
+    EXPECT_FALSE(toBool(closing[1])) << "a top-level dialog lets its window close";
+}
+
 Ref<Object> ScriptedHost::makeDialogEngine()
 {
     auto engine = puppet("Dialog");
@@ -64,7 +74,12 @@ Ref<Object> ScriptedHost::makeDialogEngine()
         task->holds("Url", "events\\findevent.html");
         return task;
     });
-    for (const char* name : {"ClearClipboard", "SetRestorePoint", "Restore", "Close", "GoNext"}) {
+    engine->on("Close", [this](std::span<Value> a) {
+        log.push_back("Dialog.Close " + shown(a[0]));
+        if (std::exchange(dialogIsLeftOpen_, false)) closeDialog(false);
+        return Value();
+    });
+    for (const char* name : {"ClearClipboard", "SetRestorePoint", "Restore", "GoNext"}) {
         engine->on(name, [this, name](std::span<Value> a) {
             log.push_back("Dialog." + std::string(name) + (a.empty() ? "" : " " + shown(a[0])));
             if (name == std::string("ClearClipboard")) dialogValues.clear();

@@ -135,17 +135,30 @@ TEST_F(DialogsTest, GatherParticipantsInTheCollectionGivenOrANewOne)
     EXPECT_EQ(host.log[4], "Dialog eventparticipants = Nothing");
 }
 
-TEST_F(DialogsTest, CloseOnlyOnce)
+TEST_F(DialogsTest, CloseOnlyOnceAlsoWhenTheyWereLeftOpen)
 {
-    const auto plumbing = makeRef<DialogTemplate>();
+    const auto engine = getObject(getObject(host.app(), "Shell"), "Dialog");
+    put(engine, "WaitForClose", false);
+    call(make("progressbar"), "Create");
+    const auto handler = getObject(engine, "Handler");
+    Value closing[] = {Value("events/page"), Value(true)};
+    invokeNamed(handler, "OnDialogClose", CallKind::method, closing);
+    EXPECT_FALSE(toBool(closing[1])) << "the window may close";
     try {
-        plumbing->OnDialogClose("", nullptr);
+        invokeNamed(handler, "OnDialogClose", CallKind::method, closing);
         FAIL();
     } catch (const Error& error) {
         EXPECT_EQ(error.number(), 51);
         EXPECT_EQ(error.source(), "Dialog Template");
         EXPECT_EQ(error.description(), "Dialog has already been closed");
     }
+}
+
+TEST_F(DialogsTest, LeaveNoValuesBehindWhenTheyCannotBeShown)
+{
+    host.dialogPage = []() -> Value { throw Error(1004, "Host", "no such page"); };
+    EXPECT_THROW(call(make("findevent"), "Create"), Error);
+    EXPECT_TRUE(host.dialogValues.empty());
 }
 
 // An inner page of the find dialog gives the event; with a next page set the window moves on.
