@@ -37,7 +37,7 @@ void runMenuCommand(const HostEvent& event)
 {
     const auto interaction = getObject(event.data(), "Interaction");
     if (!concernsAnEvent(interaction) || !isViewEvent(get(event.data(), "Command"))) return;
-    host().modules().events().viewEvent(toInt32(get(interaction, "Reference")));
+    call(host().modules().events().commands(), "ViewEvent", toInt32(get(interaction, "Reference")));
 }
 
 // The page that the user wants to begin with: the events, or the host's own.

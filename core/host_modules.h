@@ -22,12 +22,8 @@ public:
     {
         return toObject(call("Objects", name));
     }
-    /// Has the add-in's command object, as the host registered it, show an event, on a tab if one
-    /// is named.
-    void viewEvent(std::int32_t id, const std::string& tab = {}) const
-    {
-        qmevents::call(getObject(rootObject("Workflow"), "Events"), "ViewEvent", id, tab);
-    }
+    /// The add-in's command object, as the host registered it.
+    Ref<Object> commands() const { return getObject(rootObject("Workflow"), "Events"); }
     /// The installation folder; ends with a separator.
     std::string path() const { return toText(get("Path")); }
     /// Where the add-in's report layouts lie.

@@ -76,7 +76,8 @@ void WorkflowEvents::AddEventParticipant(std::int32_t EventId, bool* ForceUpdate
         dialog->set("EventParticipants", added);
         if (!confirmed(dialog)) return;
         setTrue(ForceUpdate);
-        if (NavigateToEvent) host().modules().events().viewEvent(eventId, "events_participants");
+        if (!NavigateToEvent) return;
+        call(host().modules().events().commands(), "ViewEvent", eventId, "events_participants");
     });
 }
 
