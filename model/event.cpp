@@ -90,6 +90,9 @@ const EventFigures& cEvent::figures()
 
 const DonationStatistics& cEvent::donations()
 {
+    // Gifts to no event have the key 0, so it must not be asked for, nor that answer be kept.
+    static const DonationStatistics none;
+    if (Id() == 0) return none;
     if (!donations_) {
         donations_ = std::make_unique<DonationStatistics>();
         donations_->load(Id());

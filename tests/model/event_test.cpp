@@ -207,6 +207,16 @@ TEST_F(Event, CountsAPledgeOnceWhateverItsPayments)
 TEST_F(Event, HasNoDonationsWithoutGiftsAndSpeaksJet)
 {
     host.documentType = 0;
+    const auto draft = fresh();
+    EXPECT_FALSE(toBool(get(draft, "hasDonations")));
+    EXPECT_EQ(host.log, Log{}) << "gifts without an event are not those of an unsaved one";
+    host.answer("@@IDENTITY", {{"Expr1000"}, {{34}}});
+    host.answer("FKEventId = 34",
+                {{"giftId", "PaymentReceived", "pledge", "creditamount", "expectedAmount"},
+                 {{1, true, false, 50.0, Null{}}}});
+    call(host.store(), "UpdateEvent", draft, false);
+    EXPECT_TRUE(toBool(get(draft, "hasDonations"))) << "asked once it has a key";
+
     const auto event = stored();
     EXPECT_FALSE(toBool(get(event, "hasDonations")));
     EXPECT_EQ(toText(get(event, "averagePledge")), "0");
