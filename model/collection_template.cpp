@@ -139,17 +139,20 @@ Value CollectionTemplate::SortedItems() const
 void CollectionTemplate::Remove(const Value& vntIndex, bool RemoveIdFromArray)
 {
     const Value item = live().Item(vntIndex);
+    // Asked first: what is no record, put into the live items by hand, must not be half removed.
+    const std::int32_t id = RemoveIdFromArray ? idOf(toObject(item)) : 0;
     live_->Remove(vntIndex);
     deleted_->append(item);
-    if (RemoveIdFromArray) removeFromOrder(idOf(item.object()));
+    if (RemoveIdFromArray) removeFromOrder(id);
 }
 
 void CollectionTemplate::RemoveByKey(const Value& vntKey, bool AddToDeleted)
 {
-    live();
-    const Value item = live_->take(keyText(vntKey));
+    const Value item = ItemByKey(vntKey);
+    const std::int32_t id = idOf(toObject(item));
+    live_->take(keyText(vntKey));
     if (AddToDeleted) deleted_->append(item);
-    removeFromOrder(idOf(item.object()));
+    removeFromOrder(id);
 }
 
 void CollectionTemplate::RemoveAll()

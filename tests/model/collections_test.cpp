@@ -164,8 +164,16 @@ TEST_F(Collections, AreEnumeratedAndShownWhole)
         names += toText(get(item.object(), "Name"));
     }
     EXPECT_EQ(names, "ba");
-    EXPECT_EQ(toInt32(get(getObject(events, "Items"), "Count")), 2);
+    const auto items = getObject(events, "Items");
+    EXPECT_EQ(toInt32(get(items, "Count")), 2);
     EXPECT_THROW(call(events, "Initialize"), Error); // the engine's own, not shown
+
+    // What is no record, put there by hand, is not taken out by halves.
+    call(items, "Add", "no record", "FK=7");
+    EXPECT_THROW(call(events, "RemoveByKey", 7), Error);
+    EXPECT_THROW(call(events, "Remove", 3, true), Error);
+    EXPECT_EQ(toInt32(get(items, "Count")), 3);
+    EXPECT_EQ(order(events), "b a");
 }
 
 TEST_F(Collections, OfLookupItemsSortByTheirNumbersThroughText)
