@@ -8,6 +8,22 @@
 #include "model/reservation_fields.h"
 
 namespace qmevents {
+namespace {
+
+Ref<Collection> copyOf(const LateCollection& values)
+{
+    auto copies = makeRef<Collection>();
+    values.each<cEventReservationActivityField>([&](const auto& value) {
+        auto copy = makeRef<cEventReservationActivityField>();
+        copy->FieldType = value->FieldType;
+        copy->Name = value->Name;
+        copy->Value = value->Value;
+        appendValue(*copies, copy);
+    });
+    return copies;
+}
+
+} // namespace
 
 const Members& cEventReservationActivity::members() const
 {
@@ -98,21 +114,8 @@ void cEventReservationActivity::CopyFrom(const Ref<cEventReservationActivity>& M
     Price = master.Price;
     Quantity = master.Quantity;
     Notes = master.Notes.get();
-
+    values_.copyFrom(master.values_, copyOf);
     markDirty();
-    if (master.values_.isUnread()) {
-        values_ = master.values_;
-        return;
-    }
-    auto values = makeRef<Collection>();
-    master.values_.each<cEventReservationActivityField>([&](const auto& value) {
-        auto copy = makeRef<cEventReservationActivityField>();
-        copy->FieldType = value->FieldType;
-        copy->Name = value->Name;
-        copy->Value = value->Value;
-        appendValue(*values, copy);
-    });
-    values_.set(std::move(values));
 }
 
 Currency cEventReservationActivities::TotalExpected() const

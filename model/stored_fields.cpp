@@ -22,6 +22,13 @@ void StoredFields::set(Ref<Collection> items)
     items_.set(std::move(items));
 }
 
+void StoredFields::copyFrom(const StoredFields& other, Copier copy)
+{
+    document_ = other.document_;
+    reader_ = other.reader_;
+    items_.set(isUnread() ? Ref<Collection>() : copy(other.items_));
+}
+
 std::string StoredFields::document(Writer write) const
 {
     if (isUnread()) return document_;

@@ -189,6 +189,13 @@ TEST(ReservationLines, CopyEverythingAndMarkTheCopyForSaving)
     EXPECT_TRUE(copy->IsDirty());
     EXPECT_EQ(toText(get(toObject(copy->ReservationFieldValues()->Item("Meal")), "Value")), "Fish");
     EXPECT_THROW(copy->CopyFrom({}), Error);
+
+    // A document that nobody can read is written back, by the copy as well.
+    StoreAccess::fields(*master).load("<fields><field",
+                                      [](const std::string&) { return Ref<Collection>(); });
+    EXPECT_EQ(master->ReservationFieldValues()->Count(), 0);
+    copy->CopyFrom(master);
+    EXPECT_EQ(StoreAccess::fields(*copy).document(nullptr), "<fields><field");
 }
 
 // A donation module whose donations of a reservation are two payments.
