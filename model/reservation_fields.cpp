@@ -50,15 +50,23 @@ const Members& cEventReservationActivityField::members() const
 void cEventActivityReservationField::AddListItem(const std::string& name, bool visible,
                                                  bool* Duplicate)
 {
-    const auto& items = listItems_.get();
-    if (items->contains(name)) {
+    if (hasChoice(name)) {
         if (Duplicate) *Duplicate = true;
         return;
     }
     auto item = makeRef<cEventActivityReservationItem>();
     item->Name = name;
     item->Visible = visible;
-    items->append(item, name);
+    listItems_.get()->append(item, name);
+}
+
+bool cEventActivityReservationField::hasChoice(const std::string& name) const
+{
+    if (!name.empty()) return listItems_.get()->contains(name);
+    // An empty text is no key.
+    bool found = false;
+    eachListItem([&](const auto& item) { found = found || item.Name.empty(); });
+    return found;
 }
 
 std::string cEventActivityReservationField::FieldTypeString() const

@@ -48,6 +48,8 @@ public:
     void CopyFrom(const Ref<cEventActivityReservationField>& Master);
 
 private:
+    bool hasChoice(const std::string& name) const;
+
     LateCollection listItems_;
 };
 

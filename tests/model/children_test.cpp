@@ -76,15 +76,18 @@ TEST(ReservationField, NamesItsTypeExceptTheFifth)
 
 TEST(ReservationField, KeepsTheFirstOfTwoChoicesOfOneName)
 {
-    const auto field = makeRef<cEventActivityReservationField>();
-    Value first[] = {"Red", true, false};
-    invokeNamed(field, "AddListItem", CallKind::method, first);
-    EXPECT_FALSE(toBool(first[2]));
-    Value again[] = {"red", false, false};
-    invokeNamed(field, "AddListItem", CallKind::method, again);
-    EXPECT_TRUE(toBool(again[2]));
-    ASSERT_EQ(field->ListItems()->Count(), 1);
-    EXPECT_TRUE(toBool(get(toObject(field->ListItems()->Item("Red")), "Visible")));
+    for (const auto& [name, same] : {std::pair("Red", "red"), std::pair("", "")}) {
+        SCOPED_TRACE(name);
+        const auto field = makeRef<cEventActivityReservationField>();
+        Value first[] = {name, true, false};
+        invokeNamed(field, "AddListItem", CallKind::method, first);
+        EXPECT_FALSE(toBool(first[2]));
+        Value again[] = {same, false, false};
+        invokeNamed(field, "AddListItem", CallKind::method, again);
+        EXPECT_TRUE(toBool(again[2]));
+        ASSERT_EQ(field->ListItems()->Count(), 1);
+        EXPECT_TRUE(toBool(get(toObject(field->ListItems()->Item(1)), "Visible")));
+    }
 }
 
 TEST(ReservationField, CopiesShareNothingWithTheirMaster)
