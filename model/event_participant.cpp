@@ -1,7 +1,6 @@
 #include "model/event_participant.h"
 
 #include "automation/error.h"
-#include "core/host.h"
 #include "model/event_source.h"
 
 namespace qmevents {
@@ -114,14 +113,7 @@ std::string statusText(std::int16_t status)
 
 std::string cEventParticipant::StatusText() const { return statusText(Status); }
 
-std::string cEventParticipant::ParticipantName() const
-{
-    if (!name_ && FKdonorId != 0) {
-        const auto donor = host().modules().donor().smallDonor(FKdonorId);
-        name_ = donor ? toText(get(donor, "Display")) : std::string();
-    }
-    return name_.value_or(std::string());
-}
+std::string cEventParticipant::ParticipantName() const { return name_.of(FKdonorId); }
 
 Ref<cEventParticipantGroups> cEventParticipant::InvitationGroups()
 {

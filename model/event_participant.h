@@ -1,7 +1,6 @@
 #pragma once
 
-#include <optional>
-
+#include "model/donor_name.h"
 #include "model/entity.h"
 #include "model/typed_collection.h"
 
@@ -64,7 +63,7 @@ public:
     Tracked<bool> IsSelected{*this};    ///< Selection mark of the lists.
 
     std::string StatusText() const;
-    /// The donor's display name; asked of the host once when the store has not filled it in.
+    /// The donor's display name; asked of the host when the store has not filled it in.
     std::string ParticipantName() const;
 
     /// The memberships in invitation groups, fetched on the first read. Nothing after a failure,
@@ -77,7 +76,7 @@ public:
 
 private:
     friend class StoreAccess;
-    mutable std::optional<std::string> name_;
+    DonorName name_;
     Ref<cEventParticipantGroups> groups_;
 };
 

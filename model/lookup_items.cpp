@@ -1,7 +1,5 @@
 #include "model/lookup_items.h"
 
-#include "core/host.h"
-
 namespace qmevents {
 namespace {
 
@@ -44,18 +42,11 @@ std::string LookupItem::SortOrder() const
     return text.substr(text.size() - width);
 }
 
-std::string cEventCoordinator::Display() const
-{
-    if (!display_) {
-        const auto donor = host().modules().donor().smallDonor(FKdonorId);
-        display_ = donor ? toText(get(donor, "Display")) : std::string();
-    }
-    return *display_;
-}
+std::string cEventCoordinator::Display() const { return display_.of(FKdonorId); }
 
 void cEventCoordinator::setDisplay(const std::string& display)
 {
-    display_ = display;
+    display_.set(display);
     markDirty();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/donor_name.h"
 #include "model/entity.h"
 #include "model/typed_collection.h"
 
@@ -73,14 +74,14 @@ public:
     const Members& members() const override;
 
     Tracked<std::int32_t> FKdonorId{*this};
-    /// The donor's display name; asked of the host once when the store has not filled it in.
+    /// The donor's display name; asked of the host when the store has not filled it in.
     std::string Display() const;
     void setDisplay(const std::string& display);
     std::string displayName() const { return Display(); }
 
 private:
     friend class StoreAccess;
-    mutable std::optional<std::string> display_;
+    DonorName display_;
 };
 
 /// One value of a host attribute table.

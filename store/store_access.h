@@ -49,11 +49,11 @@ public:
     }
     static void loadDisplay(cEventCoordinator& coordinator, std::string display)
     {
-        coordinator.display_ = std::move(display);
+        coordinator.display_.set(std::move(display));
     }
     static void loadName(cEventParticipant& participant, std::string name)
     {
-        participant.name_ = std::move(name);
+        participant.name_.set(std::move(name));
     }
 
     /// The fields of an activity, or the values of a line, which stand in a document.

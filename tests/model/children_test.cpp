@@ -5,6 +5,7 @@
 #include "model/event_participant.h"
 #include "model/event_reservation.h"
 #include "model/event_task.h"
+#include "model/lookup_items.h"
 #include "model/reservation_fields.h"
 #include "store/store_access.h"
 #include "tests/support/scripted_host.h"
@@ -136,6 +137,33 @@ TEST(Participants, CountThoseWhoAnsweredAsInvited)
     EXPECT_EQ(participants.TotalAccepted(), 1);
     EXPECT_EQ(participants.TotalDeclined(), 1);
     EXPECT_EQ(participants.TotalAttended(), 1);
+}
+
+TEST(DonorNames, FollowTheDonorUnlessTheyWereGiven)
+{
+    ScriptedHost host;
+    host.donors = {{9, "Lee, Kim"}, {4, "Ode, Ann"}};
+    const auto participant = makeRef<cEventParticipant>();
+    const auto coordinator = makeRef<cEventCoordinator>();
+    const std::pair<Ref<Object>, const char*> records[] = {{participant, "ParticipantName"},
+                                                           {coordinator, "Display"}};
+    for (const auto& [record, property] : records) {
+        SCOPED_TRACE(property);
+        const auto nameOf = [&](std::int32_t donor) {
+            put(record, "FKdonorId", donor);
+            return toText(get(record, property));
+        };
+        EXPECT_EQ(nameOf(0), "");
+        EXPECT_EQ(nameOf(9), "Lee, Kim");
+        host.donors[9] = "asked once";
+        EXPECT_EQ(nameOf(9), "Lee, Kim");
+        EXPECT_EQ(nameOf(4), "Ode, Ann");
+        EXPECT_EQ(nameOf(404) + nameOf(0), "");
+        host.donors[9] = "Lee, Kim";
+    }
+    StoreAccess::loadName(*participant, "Given");
+    participant->FKdonorId = 4;
+    EXPECT_EQ(participant->ParticipantName(), "Given");
 }
 
 Ref<cEventReservationActivity> line(std::int32_t activity, std::int32_t price,
