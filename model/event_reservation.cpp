@@ -100,18 +100,17 @@ std::string cEventReservation::displayName() const
 
 void cEventReservations::fetchLines() const
 {
-    const auto isMissing = [](const cEventReservation& one) {
-        return !one.ActivitiesLoaded() && !one.IsNew();
+    const auto isMissing = [this](const cEventReservation& one) {
+        return one.FKEventId == eventId_ && !one.ActivitiesLoaded() && !one.IsNew();
     };
     if (eventId_ == 0 || countIf(isMissing) < 2) return;
-    const auto all = EventSource::ofRoot().GetEventReservationActivities({}, eventId_);
-    if (!all) throw Error::with(ErrorNumber::objectNotSet, "the event's lines were not read");
     std::map<std::int32_t, Ref<cEventReservationActivities>> byReservation;
-    all->each([&](const Ref<cEventReservationActivity>& line) {
-        auto& lines = byReservation[line->FKReservationId];
-        if (!lines) lines = makeRef<cEventReservationActivities>();
-        lines->add(line);
-    });
+    EventSource::ofRoot().findLinesOfReservations(eventId_)->each(
+        [&](const Ref<cEventReservationActivity>& line) {
+            auto& lines = byReservation[line->FKReservationId];
+            if (!lines) lines = makeRef<cEventReservationActivities>();
+            lines->add(line);
+        });
     each([&](const Ref<cEventReservation>& one) {
         if (!isMissing(*one)) return;
         auto& lines = byReservation[one->Id()];

@@ -60,7 +60,7 @@ private:
     // Fetches the lines of all reservations of an event at once where several are missing.
     void fetchLines() const;
 
-    std::int32_t eventId_ = 0; // whose reservations these are; 0 when they are not all of one event
+    std::int32_t eventId_ = 0; // whose reservations were read; 0 when not those of one event
 };
 
 } // namespace qmevents

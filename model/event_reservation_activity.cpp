@@ -73,7 +73,7 @@ const cEventReservationActivity::KnownActivity& cEventReservationActivity::activ
 {
     if (!activity_ || activity_->id != FKActivityId) {
         const auto found =
-            FKActivityId == 0 ? nullptr : EventSource::ofRoot().GetEventActivity(FKActivityId);
+            FKActivityId == 0 ? nullptr : EventSource::ofRoot().findActivity(FKActivityId);
         activity_ = found ? KnownActivity{FKActivityId, found->Name, found->Sponsorship}
                           : KnownActivity{FKActivityId, {}, false};
     }

@@ -29,7 +29,8 @@ public:
     std::int32_t Quantity = 0;
     Tracked<std::string> Notes{*this};
 
-    /// The activity's name: the one assigned, or else that of the activity in the store.
+    /// The activity's name: the one assigned, or else that of the activity in the store, empty
+    /// when it is gone. A failed read is thrown, here and in `Sponsorship`.
     std::string ActivityName() const;
     void setActivityName(const std::string& name) { activityName_ = name; }
     /// Whether the activity is a sponsorship: the value assigned, or else that of the activity in

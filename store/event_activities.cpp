@@ -93,6 +93,11 @@ Ref<cEventActivity> findActivity(std::int32_t id)
                    activityTable());
 }
 
+Ref<cEventActivity> EventsManage::findActivity(std::int32_t activityId)
+{
+    return qmevents::findActivity(activityId);
+}
+
 Ref<cEventActivity> EventsManage::GetEventActivity(std::int32_t EventActivityId)
 {
     return reported([&] { return findActivity(EventActivityId); });

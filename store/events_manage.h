@@ -37,7 +37,8 @@ public:
     // and not 0 decides.
     Ref<Object> childrenOf(EventChild child, std::int32_t eventId) override;
     Ref<cEventActivities> GetEventActivities(std::int32_t EventId);
-    Ref<cEventActivity> GetEventActivity(std::int32_t EventActivityId) override;
+    Ref<cEventActivity> GetEventActivity(std::int32_t EventActivityId);
+    Ref<cEventActivity> findActivity(std::int32_t activityId) override;
     Ref<cEventExpenses> GetEventExpenses(std::int32_t EventId); ///< Newest first.
     Ref<cEventExpense> GetEventExpense(std::int32_t EventExpenseId);
     Ref<cEventTasks> GetEventTasks(std::int32_t EventId); ///< The one due last first.
@@ -67,6 +68,7 @@ public:
     Ref<cEventReservationActivities>
     GetEventReservationActivities(const std::optional<std::int32_t>& ReservationId,
                                   const std::optional<std::int32_t>& EventId = {}) override;
+    Ref<cEventReservationActivities> findLinesOfReservations(std::int32_t eventId) override;
     Ref<cEventReservationActivity>
     GetEventReservationActivity(std::int32_t EventReservationActivityId);
     Ref<cEventReservationActivities>

@@ -59,6 +59,20 @@ const Table<Line>& columnsByEvent()
     return table;
 }
 
+const Table<Line>& activityColumns()
+{
+    static const Table<Line> table{
+        "events_event_activities",
+        {joinedColumn<Line>("ActivityName",
+                            [](Line& line, const Value& name) {
+                                StoreAccess::knownActivity(line).name = toText(name);
+                            }),
+         joinedColumn<Line>("ActivitySponsorship", [](Line& line, const Value& sponsorship) {
+             StoreAccess::knownActivity(line).sponsorship = toBool(sponsorship);
+         })}};
+    return table;
+}
+
 // What was paid for each reservation of the event by gifts that still stand.
 std::string paymentsByReservation(const std::string& eventKey)
 {
@@ -154,6 +168,21 @@ EventsManage::GetEventReservationActivities(const std::optional<std::int32_t>& R
                 literal(ReservationId.value_or(0), Kind::key),
             reservationActivityTable());
     });
+}
+
+Ref<cEventReservationActivities> EventsManage::findLinesOfReservations(std::int32_t eventId)
+{
+    const auto lines = readAll<cEventReservationActivities>(
+        "SELECT eera.*, eea.Name As ActivityName, eea.Sponsorship As ActivitySponsorship "
+        "FROM ((events_event_reservations_activities eera "
+        "INNER JOIN events_event_reservations eer ON eera.FKReservationId = eer.id) "
+        "LEFT JOIN events_event_activities eea ON eera.FKActivityId = eea.Id) "
+        "WHERE eer.FKEventId=" +
+            literal(eventId, Kind::key),
+        reservationActivityTable(), &activityColumns());
+    // A line whose activity is gone knows that, too.
+    lines->each([](const auto& line) { StoreAccess::knownActivity(*line); });
+    return lines;
 }
 
 Ref<cEventReservationActivity>

@@ -64,6 +64,13 @@ public:
     {
         return line.values_;
     }
+    /// What a line knows of its activity without asking: nothing else than its key at first.
+    static auto& knownActivity(cEventReservationActivity& line)
+    {
+        using Known = cEventReservationActivity::KnownActivity;
+        if (!line.activity_) line.activity_ = Known{line.FKActivityId, {}, false};
+        return *line.activity_;
+    }
     /// Tells the collection that it holds the reservations of this one event.
     static void setEvent(cEventReservations& reservations, std::int32_t eventId)
     {

@@ -349,27 +349,5 @@ TEST_F(ChildDeletion, WhicheverStatementFailsTheUserIsToldAndARepeatedCallSuccee
     }
 }
 
-TEST_F(ChildDeletion, TotalsReadTheLinesOfAnEventAtOnce)
-{
-    Rows reservations = reservationRow;
-    for (int id = 20; id < 40; ++id) {
-        reservations.rows.push_back(reservations.rows[0]);
-        reservations.rows.back()[0] = id;
-    }
-    host.answer("WHERE FKEventId=<2:5>", reservations);
-    Rows lines = lineRows(3, {{1, 20, 2}, {2, 21, 1}});
-    lines.rows.push_back(lineRows(4, {{3, 21, 3}}).rows[0]);
-    host.answer("As ActivitySponsorship", lines);
-    const auto all = make("GetEventReservations", 5);
-    EXPECT_EQ(toText(get(all, "TotalExpected")), "150");
-    EXPECT_EQ(toText(get(all, "TotalSponsorship")), "75");
-    EXPECT_EQ(toText(get(all, "TotalActivities")), "2");
-    EXPECT_EQ(toText(get(getObject(toObject(get(all, "ItemByKey", 21)), "Activities"), "Count")),
-              "2");
-    EXPECT_EQ(toText(get(getObject(toObject(get(all, "ItemByKey", 8)), "Activities"), "Count")),
-              "0");
-    EXPECT_EQ(host.log.size(), 2U);
-}
-
 } // namespace
 } // namespace qmevents

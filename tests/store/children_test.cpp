@@ -308,10 +308,55 @@ TEST_F(Children, LinesOfAReservationAskForTheirActivityOnce)
                         "FKFundId", "FKCampaignId", "FKAppealId"},
                        {table}));
     const auto lines = read("GetEventReservationActivities", 7);
+    host.failingStatement = 1;
+    EXPECT_THROW(get(lines, "TotalSponsorship"), Error) << "unknown is not zero";
+    host.log.clear();
     EXPECT_EQ(toCurrency(get(lines, "TotalExpected")), Currency::fromUnits(250));
     EXPECT_EQ(toCurrency(get(lines, "TotalSponsorship")), Currency::fromUnits(50));
     EXPECT_EQ(listed(lines, ", "), ", Table") << "activity 3 is gone";
-    EXPECT_EQ(host.log.size(), 3U);
+    EXPECT_EQ(host.log.size(), 1U) << "only what could not be read is asked for again";
+}
+
+TEST_F(Children, TotalsOfReservationsReadAllLinesAtOnceAndLoseNone)
+{
+    const auto reservations = [](std::vector<std::vector<Value>> rows) {
+        return rowsOf({"Id", "FKEventId", "FKDonorId", "ReservationDate", "Description",
+                       "AmountPaid", "EventName", "EventFKStatusId"},
+                      std::move(rows));
+    };
+    const auto row = [](std::int32_t id, std::int32_t event) {
+        return std::vector<Value>{id, event, 9, null, null, null, null, null};
+    };
+    host.answer("WHERE FKEventId=<2:5>", reservations({row(7, 5), row(8, 5), row(10, 5)}));
+    host.answer("eer.Id = <3:9>", reservations({row(9, 6)}));
+    auto known = joined(linesOf({line(1, 7, 3, 2, 100), line(2, 8, 3, 1, 100)}),
+                        {"ActivityName", "ActivitySponsorship"}, {"Table", true});
+    known.rows.push_back(joined(linesOf({line(3, 8, 99, 1, 30)}), {"", ""}, {null, null}).rows[0]);
+    host.answer("eer.FKEventId=<2:5>", known);
+    host.answer("FKReservationId=<2:9>", linesOf({line(4, 9, 4, 1, 7)}));
+    const auto all = read("GetEventReservations", 5);
+    call(all, "Add", read("GetEventReservation", 9), 9);
+    host.log.clear();
+
+    EXPECT_EQ(toCurrency(get(all, "TotalExpected")), Currency::fromUnits(337));
+    EXPECT_EQ(host.takeLog(),
+              (Log{"SELECT eera.*, eea.Name As ActivityName, eea.Sponsorship As "
+                   "ActivitySponsorship FROM ((events_event_reservations_activities eera INNER "
+                   "JOIN events_event_reservations eer ON eera.FKReservationId = eer.id) LEFT JOIN "
+                   "events_event_activities eea ON eera.FKActivityId = eea.Id) WHERE "
+                   "eer.FKEventId=<2:5>",
+                   "SELECT * FROM events_event_reservations_activities WHERE "
+                   "FKReservationId=<2:9>"}))
+        << "a reservation of another event is asked for its own";
+    EXPECT_EQ(toInt32(get(all, "TotalActivities")), 3);
+    EXPECT_EQ(count(getObject(item(all, 3), "Activities")), 0);
+    const auto lines = getObject(item(all, 2), "Activities");
+    EXPECT_EQ(listed(lines, ", "), "Table, ") << "activity 99 is gone";
+    EXPECT_TRUE(toBool(get(item(lines, 1), "Sponsorship")));
+    EXPECT_TRUE(host.log.empty());
+    put(item(lines, 1), "FKActivityId", 4);
+    EXPECT_FALSE(toBool(get(item(lines, 1), "Sponsorship"))) << "which is another activity";
+    EXPECT_EQ(toCurrency(get(all, "TotalSponsorship")), Currency::fromUnits(200));
 }
 
 TEST_F(Children, QuantityInUseLeavesOutTheLineOrElseTheReservationNamed)
