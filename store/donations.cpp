@@ -14,8 +14,10 @@ void deleteDonationsOf(const std::vector<std::string>& queries)
     for (const auto& query : queries) {
         // Gathered first: deleting may disturb the rows that are being read.
         std::vector<std::int32_t> gifts;
-        for (RecordReader rows(query); !rows.atEnd(); rows.next()) {
-            gifts.push_back(toInt32(rows.firstColumn().value()));
+        RecordReader rows(query);
+        if (rows.atEnd()) continue;
+        for (const auto id = rows.column("Id"); !rows.atEnd(); rows.next()) {
+            gifts.push_back(toInt32(id.value()));
         }
         for (const std::int32_t gift : gifts) {
             if (done.insert(gift).second) host().modules().donation().deleteDonation(gift);

@@ -261,7 +261,7 @@ TEST_F(Store, DeletesAnEventWithItsChildrenInOneTransaction)
              "events_event_reservations_activities.FKReservationId = events_event_reservations.Id "
              "WHERE events_event_reservations.FKEventId = 7";
     EXPECT_EQ(erase(false), jet);
-    host.answer("WHERE FKEventId= 7", {{"Id"}, {{101}, {102}}});
+    host.answer("WHERE FKEventId= 7", {{"DonorId", "Id"}, {{9, 101}, {9, 102}}});
     host.answer("events_event_reservations.FKEventId= 7", {{"Id"}, {{102}, {103}}});
     Log deleting(jet.begin(), jet.begin() + 4);
     const Log gifts{
