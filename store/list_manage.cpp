@@ -20,6 +20,13 @@ Ref<T> newItem(const LookupList<T>& list)
 std::int32_t identityOf(const NamedItem& item) { return item.Id(); }
 std::int32_t identityOf(const cEventCoordinator& item) { return item.FKdonorId; }
 
+// A row's own key stands in deletions as plain digits, the donor's as a literal.
+std::string identityInDeletion(const NamedItem& item) { return std::to_string(item.Id()); }
+std::string identityInDeletion(const cEventCoordinator& item)
+{
+    return literal(item.FKdonorId.get(), Kind::number);
+}
+
 void loadDisplay(NamedItem&, const RecordReader&) {}
 void loadDisplay(cEventCoordinator& coordinator, const RecordReader& rows)
 {
@@ -122,11 +129,10 @@ bool deleteItem(const LookupList<T>& list, const Ref<T>& item)
 {
     return reported([&] {
         if (!requireItem(item)) return false;
-        const std::string id = literal(identityOf(*item), Kind::number);
         const Document document = host().document();
         document.execute("DELETE FROM " + list.table.name() + " WHERE " + list.identity + " = " +
-                         id);
-        document.execute(list.clearsUses + id);
+                         identityInDeletion(*item));
+        document.execute(list.clearUses(identityOf(*item)));
         return true;
     });
 }

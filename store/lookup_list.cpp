@@ -22,16 +22,21 @@ std::vector<Column<T>> namedColumns()
 // A list whose items have a name and a key of their own.
 template <typename T>
 LookupList<T> namedList(const std::string& itemKey, const std::string& plural,
-                        std::vector<Column<T>> columns, std::string clearsUses)
+                        std::vector<Column<T>> columns,
+                        std::function<std::string(std::int32_t)> clearUses)
 {
     addPlace(columns);
     return {itemKey, Table<T>(tableName(plural), std::move(columns)), "Id",
-            "SELECT * FROM " + tableName(plural), std::move(clearsUses)};
+            "SELECT * FROM " + tableName(plural), std::move(clearUses)};
 }
 
-std::string clearKey(const std::string& column)
+// Events that refer to the item refer to none from then on.
+auto clearKey(const std::string& column, Kind kindOfNone = Kind::number)
 {
-    return "UPDATE events_event_info SET " + column + " = 0 WHERE " + column + " = ";
+    return [=](std::int32_t id) {
+        return "UPDATE events_event_info SET " + column + " = " + literal(0, kindOfNone) +
+               " WHERE " + column + " = " + literal(id, Kind::number);
+    };
 }
 
 } // namespace
@@ -73,7 +78,10 @@ const LookupList<cEventInvitationGroup>& invitationGroupList()
     // Memberships of a group that is gone are removed, not cleared.
     static const auto list = namedList<cEventInvitationGroup>(
         "eventinvitationgroup", "eventinvitationgroups", namedColumns<cEventInvitationGroup>(),
-        "DELETE FROM events_event_participants_groups WHERE FKInvitationGroupId = ");
+        [](std::int32_t id) {
+            return "DELETE FROM events_event_participants_groups WHERE FKInvitationGroupId = " +
+                   literal(id, Kind::key);
+        });
     return list;
 }
 
@@ -90,7 +98,7 @@ const LookupList<cEventCoordinator>& coordinatorList()
             "FKDonorId",
             "SELECT vl.*, dd.Id as DonorId, dd.Display FROM events_list_eventcoordinators vl "
             "INNER JOIN donor_donors dd ON vl.FKDonorId = dd.Id",
-            clearKey("FKCoordinatorId")};
+            clearKey("FKCoordinatorId", Kind::key)};
     }();
     return list;
 }

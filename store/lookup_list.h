@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "store/table.h"
@@ -12,9 +13,10 @@ template <typename T>
 struct LookupList {
     std::string itemKey; ///< Stands in the items' ObjectType.
     Table<T> table;
-    std::string identity;   ///< "Id", or "FKDonorId" for the coordinators.
-    std::string readsAll;   ///< SELECT of the whole list, without condition and order.
-    std::string clearsUses; ///< Statement without the item's key, which comes last.
+    std::string identity; ///< "Id", or "FKDonorId" for the coordinators.
+    std::string readsAll; ///< SELECT of the whole list, without condition and order.
+    /// The statement that clears, or removes, what refers to the item with this identity.
+    std::function<std::string(std::int32_t id)> clearUses;
 };
 
 const LookupList<cEventCategory>& categoryList();

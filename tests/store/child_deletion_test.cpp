@@ -126,7 +126,7 @@ TEST_F(ChildDeletion, ADonorLeavesListParticipationsAndReservations)
     ASSERT_EQ(log.size(), 9U);
     EXPECT_EQ(log[0], "DELETE FROM events_list_eventcoordinators WHERE FKDonorId = <3:9>");
     EXPECT_EQ(log[1],
-              "UPDATE events_event_info SET FKCoordinatorId = 0 WHERE FKCoordinatorId = <3:9>");
+              "UPDATE events_event_info SET FKCoordinatorId = <2:0> WHERE FKCoordinatorId = <3:9>");
     EXPECT_TRUE(log[2].starts_with("SELECT eep.*"));
     EXPECT_EQ(log[4], "DELETE FROM events_event_participants WHERE Id = 8");
     EXPECT_TRUE(log[5].ends_with("WHERE FKDonorId=<2:9> ORDER BY ReservationDate DESC"));
