@@ -28,31 +28,25 @@ constexpr Rule<cEvent> ownRules[] = {
 
 struct ListRule {
     Tracked<std::int32_t> cEvent::*key;
-    bool (*exists)(ListManage&, std::int32_t);
+    bool (*exists)(std::int32_t);
     const char* item;
 };
 // What an event may refer to in the add-in's own lists.
 constexpr ListRule listRules[] = {
-    {&cEvent::FKLocationId,
-     [](ListManage& lists, std::int32_t id) { return bool(lists.GetEventLocation(id)); },
+    {&cEvent::FKLocationId, [](std::int32_t id) { return bool(findLocation(id)); },
      "event location"},
-    {&cEvent::FKCategoryId,
-     [](ListManage& lists, std::int32_t id) { return bool(lists.GetEventCategory(id)); },
+    {&cEvent::FKCategoryId, [](std::int32_t id) { return bool(findCategory(id)); },
      "event category"},
-    {&cEvent::FKStatusId,
-     [](ListManage& lists, std::int32_t id) { return bool(lists.GetEventStatus(id)); },
-     "event status"},
-    {&cEvent::FKCoordinatorId,
-     [](ListManage& lists, std::int32_t id) { return bool(lists.GetEventCoordinator(id)); },
+    {&cEvent::FKStatusId, [](std::int32_t id) { return bool(findStatus(id)); }, "event status"},
+    {&cEvent::FKCoordinatorId, [](std::int32_t id) { return bool(findCoordinator(id)); },
      "event coordinator"},
 };
 
 bool listItemsExist(const cEvent& event)
 {
-    const auto lists = listManage();
     for (const auto& rule : listRules) {
         const std::int32_t id = event.*rule.key;
-        if (id == 0 || rule.exists(*lists, id)) continue;
+        if (id == 0 || rule.exists(id)) continue;
         refuse(noLongerExists(rule.item));
         return false;
     }

@@ -54,12 +54,6 @@ Ref<T> findItem(const LookupList<T>& list, std::int32_t id)
     return loadItem(list, row.column(list.identity), typename Table<T>::Loader(list.table, row));
 }
 
-template <typename T>
-Ref<T> readItem(const LookupList<T>& list, std::int32_t id)
-{
-    return reported([&] { return findItem(list, id); });
-}
-
 std::string inOrder(const std::string& select, bool includeHidden)
 {
     return select + (includeHidden ? "" : " WHERE visible = " + literal(true, Kind::yesNo)) +
@@ -178,6 +172,13 @@ bool updateItems(const LookupList<T>& list, const Ref<Items>& items)
 
 } // namespace
 
+Ref<cEventCategory> findCategory(std::int32_t id) { return findItem(categoryList(), id); }
+Ref<cEventStatus> findStatus(std::int32_t id) { return findItem(statusList(), id); }
+Ref<cEventLocation> findLocation(std::int32_t id) { return findItem(locationList(), id); }
+Ref<cEventCoordinator> findCoordinator(std::int32_t donorId)
+{
+    return findItem(coordinatorList(), donorId);
+}
 Ref<cEventInvitationGroup> findInvitationGroup(std::int32_t id)
 {
     return findItem(invitationGroupList(), id);
@@ -201,20 +202,23 @@ Ref<Object> ListManage::GetNewItem(const std::string& Key)
 // The five lists in the same words: what differs stands in their LookupList.
 Ref<cEventCategory> ListManage::GetEventCategory(std::int32_t Id)
 {
-    return readItem(categoryList(), Id);
+    return reported([&] { return findCategory(Id); });
 }
-Ref<cEventStatus> ListManage::GetEventStatus(std::int32_t Id) { return readItem(statusList(), Id); }
+Ref<cEventStatus> ListManage::GetEventStatus(std::int32_t Id)
+{
+    return reported([&] { return findStatus(Id); });
+}
 Ref<cEventLocation> ListManage::GetEventLocation(std::int32_t Id)
 {
-    return readItem(locationList(), Id);
+    return reported([&] { return findLocation(Id); });
 }
 Ref<cEventCoordinator> ListManage::GetEventCoordinator(std::int32_t Id)
 {
-    return readItem(coordinatorList(), Id);
+    return reported([&] { return findCoordinator(Id); });
 }
 Ref<cEventInvitationGroup> ListManage::GetEventInvitationGroup(std::int32_t Id)
 {
-    return readItem(invitationGroupList(), Id);
+    return reported([&] { return findInvitationGroup(Id); });
 }
 
 Ref<cEventCategories> ListManage::GetEventCategories(bool IncludeHidden)

@@ -53,7 +53,12 @@ public:
     bool UpdateEventInvitationGroups(const Ref<cEventInvitationGroups>& EventInvitationGroups);
 };
 
-/// The invitation group, or nothing. A failure is thrown, where the list store reports it.
+// One item, or nothing, for use inside an operation: a failure is thrown, where the list store
+// reports it and gives nothing.
+Ref<cEventCategory> findCategory(std::int32_t id);
+Ref<cEventStatus> findStatus(std::int32_t id);
+Ref<cEventLocation> findLocation(std::int32_t id);
+Ref<cEventCoordinator> findCoordinator(std::int32_t donorId);
 Ref<cEventInvitationGroup> findInvitationGroup(std::int32_t id);
 
 /// The list store behind the add-in's root object.

@@ -209,9 +209,15 @@ TEST_F(Store, ShowsTheFirstBrokenRuleOnly)
         SCOPED_TRACE(message);
         const auto event = newGala();
         for (const auto& [name, value] : assigned) put(event, name, value);
-        const Log log =
-            logOf([&] { EXPECT_FALSE(toBool(call(host.store(), "ValidateEvent", event))); });
+        const auto refuse = [&] {
+            EXPECT_FALSE(toBool(call(host.store(), "ValidateEvent", event)));
+        };
+        const Log log = logOf(refuse);
         EXPECT_EQ(log.back(), "ErrorUser: " + message);
+        if (log.size() < 2) continue;
+        host.failingStatement = 0;
+        EXPECT_EQ(logOf(refuse), (Log{log[0], "ErrorUnexpected: the disk is full"}))
+            << "what could not be read is not gone";
     }
     EXPECT_EQ(logOf([&] { call(host.store(), "ValidateEvent", Value::nothing()); }),
               (Log{"ErrorUnexpected: The Validate method requires a valid event object"}));
