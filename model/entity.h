@@ -29,6 +29,7 @@ protected:
 private:
     bool isNew_ = false;
     bool isDirty_ = false;
+    bool isUntold_ = false; // stored, but what a save tells of a new record is still to come
     std::int32_t id_ = 0;
 };
 

@@ -32,7 +32,7 @@ struct ChildStory : ChildNames {
     /// Writes what stands in other tables, right behind the row. False when that failed and has
     /// been reported.
     std::function<bool(C&, bool wasNew)> saveRest = [](C&, bool) { return true; };
-    /// Tells of a new record that it has been stored.
+    /// Tells of a new record that it has been stored, with all that belongs to it.
     std::function<void(const C&)> added = [](const C&) {};
 };
 
@@ -71,9 +71,13 @@ bool saveChild(const ChildStory<C>& story, C& record)
 {
     const bool wasNew = record.IsNew();
     writeRow(story.table(), record);
+    // Told last, and owed until then: after a failure the record is no longer new.
+    bool& isUntold = StoreAccess::isUntold(record);
+    isUntold = isUntold || wasNew;
     if (!story.saveRest(record, wasNew)) return false;
+    if (isUntold) story.added(record);
+    isUntold = false;
     StoreAccess::markStored(record);
-    if (wasNew) story.added(record);
     return true;
 }
 

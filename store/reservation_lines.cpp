@@ -64,6 +64,15 @@ bool isObject(const Ref<C>& line)
     return false;
 }
 
+// Whether the rules hold; if not, the first broken one has been shown. What cannot be stored is
+// thrown here, where the line's text is put together, before its reservation is written.
+bool isValid(const Ref<C>& line, ReservationCheck& check)
+{
+    if (!isObject(line) || !check.holdsFor(*line)) return false;
+    if (isWritten(*line)) static_cast<void>(reservationActivityTable().insertText(*line));
+    return true;
+}
+
 void writeLine(C& line)
 {
     writeRow(reservationActivityTable(), line);
@@ -87,8 +96,7 @@ bool allOf(const Collection& items, Visit visit)
 bool linesAreValid(const cEventReservationActivities& lines)
 {
     ReservationCheck check(lines);
-    return allOf(*lines.Items(),
-                 [&](const Ref<C>& line) { return isObject(line) && check.holdsFor(*line); });
+    return allOf(*lines.Items(), [&](const Ref<C>& line) { return isValid(line, check); });
 }
 
 bool saveLines(cEventReservation& reservation)
@@ -149,8 +157,9 @@ bool EventsManage::ValidateEventReservationActivity(
     const Ref<cEventReservationActivity>& EventReservationActivity)
 {
     return reported([&] {
-        return isObject(EventReservationActivity) &&
-               ReservationCheck(EventReservationActivity).holdsFor(*EventReservationActivity);
+        if (!isObject(EventReservationActivity)) return false;
+        ReservationCheck check(EventReservationActivity);
+        return isValid(EventReservationActivity, check);
     });
 }
 

@@ -47,6 +47,8 @@ public:
         entity.isNew_ = false;
         entity.isDirty_ = false;
     }
+    /// Whether a record that has been inserted has still to be told of.
+    static bool& isUntold(Entity& entity) { return entity.isUntold_; }
     static void loadDisplay(cEventCoordinator& coordinator, std::string display)
     {
         coordinator.display_.set(std::move(display));

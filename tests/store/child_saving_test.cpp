@@ -403,6 +403,14 @@ TEST_F(ChildSaving, ATextWithANulCharacterIsRefusedByTheNameOfItsColumn)
                              "cannot be stored."}));
     EXPECT_EQ(toText(get(task, "Name")).size(), 7U);
     EXPECT_TRUE(is(task, "IsNew"));
+
+    offer(3, 10, {});
+    const auto order = reservation({{3, 1}});
+    put(toObject(get(getObject(order, "Activities"), "Item", 1)), "Notes", std::string("a\0b", 3));
+    EXPECT_FALSE(succeeds("UpdateEventReservation", order));
+    EXPECT_EQ(host.log.back(), "ErrorUnexpected: The text of Notes holds a NUL character, which "
+                               "cannot be stored.");
+    EXPECT_TRUE(is(order, "IsNew")) << "a line that cannot be stored keeps its reservation out";
 }
 
 } // namespace

@@ -266,6 +266,7 @@ TEST_P(SavedChildren, AFieldThatNoDocumentCanHoldIsRefusedByItsName)
         EXPECT_EQ(seen, Seen{"unexpected error The reservation field \"Meal\" holds " +
                              std::string(fault) + ", which cannot be stored.|"});
         EXPECT_EQ(textOf(item(getObject(line, "ReservationFieldValues"), 1), "Value"), typed);
+        EXPECT_TRUE(qmevents::toBool(get(order, "IsNew"))) << "not half saved";
         put(item(getObject(line, "ReservationFieldValues"), 1), "Value", "Soup");
         EXPECT_TRUE(save("UpdateEventReservation", order)) << "the same reservation once mended";
         call(host.store(), "DeleteEventReservation", event, idOf(order));

@@ -103,28 +103,29 @@ TEST_P(FailingStatements, ASaveThatFailedIsCompletedByTheNext)
     const struct {
         const char* operation;
         New make;
-        const char* rows; ///< Of the event with one more.
-        int statements;   ///< At least so many can fail.
+        const char* rows;  ///< Of the event with one more.
+        int statements;    ///< At least so many can fail.
+        const char* notes; ///< In the history of those who take part in it.
     } cases[] = {
         {"UpdateEventActivity",
          [](const EventFiller& filler, const FullEvent& e) { return filler.newActivity(e.event); },
-         "2 2 2 1 1 1 lines 1", 2},
+         "2 2 2 1 1 1 lines 1", 2, "3"},
         {"UpdateEventParticipant",
          [](const EventFiller& filler, const FullEvent& e) {
              return filler.newParticipant(e.event, 1);
          },
-         "1 3 2 1 1 1 lines 1", 6},
+         "1 3 2 1 1 1 lines 1", 6, "4"},
         {"UpdateEventReservation",
          [](const EventFiller& filler, const FullEvent& e) {
              return filler.newReservation(e.event, e.activity);
          },
-         "1 2 2 2 1 1 lines 2", 7},
+         "1 2 2 2 1 1 lines 2", 7, "4"},
         {"UpdateEventExpense",
          [](const EventFiller& filler, const FullEvent& e) { return filler.newExpense(e.event); },
-         "1 2 2 1 2 1 lines 1", 2},
+         "1 2 2 1 2 1 lines 1", 2, "3"},
         {"UpdateEventTask",
          [](const EventFiller& filler, const FullEvent& e) { return filler.newTask(e.event); },
-         "1 2 2 1 1 2 lines 1", 2},
+         "1 2 2 1 1 2 lines 1", 2, "3"},
     };
     const EventFiller filler(host);
     for (const auto& one : cases) {
@@ -137,6 +138,9 @@ TEST_P(FailingStatements, ASaveThatFailedIsCompletedByTheNext)
             failed = failsAt(failing, made.event, act);
             if (failed) { EXPECT_TRUE(act()); }
             EXPECT_EQ(rowsOf(made.event), one.rows);
+            EXPECT_EQ(host.cell("SELECT COUNT(*) FROM actions_interactions WHERE reference = '" +
+                                std::to_string(made.event) + "'"),
+                      one.notes);
             EXPECT_FALSE(toBool(get(record, "IsNew")));
         }
         EXPECT_GT(failing, one.statements) << one.operation;
