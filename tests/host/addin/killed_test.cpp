@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "tests/host/addin/full_event.h"
+#include "tests/support/temp_folder.h"
 
 namespace refhost {
 namespace {
@@ -83,20 +84,13 @@ private:
 class Killed : public InBothDialects {
 protected:
     Killed()
-        : file(fs::temp_directory_path() /
-               ("killed_" + std::to_string(::getpid()) + "_" + testNameOf({GetParam(), 0}) + ".db"))
     {
-        removeFile();
         const WholeHost host(GetParam(), Database::open(file));
         EventFiller(host).prepare();
     }
-    ~Killed() override { removeFile(); }
-    void removeFile() const
-    {
-        for (const char* suffix : {"", "-wal", "-shm"}) fs::remove(file.string() + suffix);
-    }
 
-    fs::path file;
+    const qmevents::testing::TempFolder folder;
+    const fs::path file = folder / "killed.db";
 };
 INSTANTIATE_TEST_SUITE_P(Both, Killed, ::testing::Values(Dialect::sqlServer, Dialect::jet),
                          testNameOf);

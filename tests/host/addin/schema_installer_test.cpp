@@ -6,6 +6,7 @@
 #include "core/script_engine.h"
 #include "tests/host/addin/whole_host.h"
 #include "tests/support/puppet.h"
+#include "tests/support/temp_folder.h"
 
 namespace refhost {
 namespace {
@@ -16,18 +17,14 @@ namespace fs = std::filesystem;
 class AddInFolder {
 public:
     explicit AddInFolder(Dialect dialect)
-        : file_(dialect == Dialect::sqlServer ? "data-schema-sql.xml" : "data-schema.xml"),
-          folder_(fs::temp_directory_path() /
-                  ("addin_" + std::to_string(::getpid()) + "_" + std::to_string(++made)))
+        : file_(dialect == Dialect::sqlServer ? "data-schema-sql.xml" : "data-schema.xml")
     {
         fs::create_directories(folder_ / "data");
         for (const char* name : {"data-schema-sql.xml", "data-schema.xml", "addin.xml"}) {
             fs::copy_file(fs::path(SOURCE_FOLDER) / "data" / name, folder_ / "data" / name);
         }
     }
-    AddInFolder(const AddInFolder&) = delete;
-    ~AddInFolder() { fs::remove_all(folder_); }
-    std::string path() const { return folder_.string() + "/"; }
+    std::string path() const { return folder_.path().string() + "/"; }
     void write(const std::string& schema) const
     {
         std::ofstream(folder_ / "data" / file_) << schema;
@@ -41,9 +38,8 @@ public:
     void remove() const { fs::remove(folder_ / "data" / file_); }
 
 private:
-    static inline int made = 0;
     std::string file_;
-    fs::path folder_;
+    qmevents::testing::TempFolder folder_;
 };
 
 class SchemaInstaller : public InBothDialects {

@@ -5,6 +5,7 @@
 #include <thread>
 
 #include "tests/host/addin/whole_host.h"
+#include "tests/support/temp_folder.h"
 
 namespace refhost {
 namespace {
@@ -22,10 +23,7 @@ constexpr int units = 500;
 class Selling : public InBothDialects {
 protected:
     Selling()
-        : file_(fs::temp_directory_path() / ("selling_" + std::to_string(::getpid()) + "_" +
-                                             testNameOf({GetParam(), 0}) + ".db"))
     {
-        removeFile();
         const WholeHost host(GetParam(), open());
         for (int donor = 1; donor <= users; ++donor) {
             host.execute("INSERT INTO donor_donors (display) VALUES ('Donor " +
@@ -40,15 +38,10 @@ protected:
         put(seat, "QuantityAvailable", units);
         EXPECT_TRUE(toBool(call(host.store(), "UpdateEventActivity", seat)));
     }
-    ~Selling() override { removeFile(); }
-    std::shared_ptr<Database> open() const { return Database::open(file_); }
-    void removeFile() const
-    {
-        for (const char* suffix : {"", "-wal", "-shm"}) fs::remove(file_.string() + suffix);
-    }
+    std::shared_ptr<Database> open() const { return Database::open(folder_ / "selling.db"); }
 
 private:
-    fs::path file_;
+    const qmevents::testing::TempFolder folder_;
 };
 INSTANTIATE_TEST_SUITE_P(Both, Selling, ::testing::Values(Dialect::sqlServer, Dialect::jet),
                          testNameOf);

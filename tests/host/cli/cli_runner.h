@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "host/cli/commands.h"
+#include "tests/support/temp_folder.h"
 
 namespace refhost {
 
@@ -21,19 +22,8 @@ protected:
         std::string err;
     };
 
-    CommandLineTest()
-    {
-        std::string pattern =
-            (std::filesystem::temp_directory_path() / "quillmere-XXXXXX").string();
-        if (!mkdtemp(pattern.data())) throw std::runtime_error("no temporary folder");
-        std::filesystem::current_path(pattern);
-        folder_ = pattern;
-    }
-    ~CommandLineTest() override
-    {
-        std::filesystem::current_path("/");
-        std::filesystem::remove_all(folder_);
-    }
+    CommandLineTest() { std::filesystem::current_path(folder_.path()); }
+    ~CommandLineTest() override { std::filesystem::current_path("/"); }
 
     static void write(const std::string& name, const std::string& text)
     {
@@ -65,7 +55,7 @@ protected:
     }
 
 private:
-    std::filesystem::path folder_;
+    const qmevents::testing::TempFolder folder_;
 };
 
 } // namespace refhost

@@ -10,6 +10,7 @@
 #include "host/demo/codes.h"
 #include "host/document/sql_session.h"
 #include "host/security/user_store.h"
+#include "tests/support/temp_folder.h"
 
 namespace refhost {
 namespace {
@@ -18,15 +19,6 @@ namespace fs = std::filesystem;
 
 class Demo : public ::testing::Test {
 protected:
-    Demo()
-    {
-        const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
-        folder_ = fs::path(::testing::TempDir()) / ("demo-" + std::string(test->name()));
-        fs::remove_all(folder_);
-        fs::create_directories(folder_);
-    }
-    ~Demo() override { fs::remove_all(folder_); }
-
     DemoOptions options(const std::string& name, Dialect dialect = Dialect::sqlServer) const
     {
         DemoOptions result;
@@ -50,13 +42,13 @@ protected:
     std::vector<std::string> files() const
     {
         std::vector<std::string> names;
-        for (const auto& entry : fs::directory_iterator(folder_)) {
+        for (const auto& entry : fs::directory_iterator(folder_.path())) {
             names.push_back(entry.path().filename().string());
         }
         return names;
     }
 
-    fs::path folder_;
+    const qmevents::testing::TempFolder folder_;
 };
 
 std::int64_t number(SqlSession& sql, const std::string& query)

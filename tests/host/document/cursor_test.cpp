@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "sql_testing.h"
+#include "tests/support/temp_folder.h"
 
 namespace refhost::testing {
 namespace {
@@ -12,20 +13,10 @@ namespace {
 /// A database in a file that is gone with the test.
 class FileDatabase : public ::testing::Test {
 protected:
-    FileDatabase()
-    {
-        const auto* const test = ::testing::UnitTest::GetInstance()->current_test_info();
-        folder_ =
-            std::filesystem::temp_directory_path() / (std::string("document-test-") + test->name());
-        std::filesystem::remove_all(folder_);
-        std::filesystem::create_directory(folder_);
-    }
-    ~FileDatabase() override { std::filesystem::remove_all(folder_); }
-
     std::filesystem::path file() const { return folder_ / "gifts.db"; }
 
 private:
-    std::filesystem::path folder_;
+    const qmevents::testing::TempFolder folder_;
 };
 
 using CursorOfFile = FileDatabase;

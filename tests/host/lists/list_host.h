@@ -6,6 +6,7 @@
 #include <fstream>
 
 #include "tests/host/session/fixture.h"
+#include "tests/support/temp_folder.h"
 
 namespace refhost {
 
@@ -58,7 +59,7 @@ public:
     std::string held(const char* key, const char* operation,
                      const std::vector<std::string>& values) const;
 
-    std::filesystem::path folder;
+    const qmevents::testing::TempFolder folder;
     RecordingAddIn addIn;
     ScriptedFrontEnd frontEnd;
     std::shared_ptr<Database> database;
@@ -84,11 +85,8 @@ inline std::string keysOf(const Ref<Object>& result, std::size_t wanted = 0)
 
 inline ListHost::ListHost(Dialect dialect, const std::shared_ptr<Database>& shared,
                           std::optional<std::vector<std::string>> rights, const std::string& user)
-    : folder(std::filesystem::path(testing::TempDir()) /
-             ("lists" + std::to_string(reinterpret_cast<std::uintptr_t>(this)))),
-      database(shared ? shared : Database::inMemory())
+    : database(shared ? shared : Database::inMemory())
 {
-    std::filesystem::create_directories(folder);
     writeFile(R"(<listbuilder type="donors">
  <choices key="sizes"><choice id="50">Middle</choice><choice id="100">Large</choice></choices>
  <field name="gifts" caption="Number of gifts" kind="number" group="Module">
@@ -114,7 +112,7 @@ inline ListHost::ListHost(Dialect dialect, const std::shared_ptr<Database>& shar
                                                        .userName = user,
                                                        .rights = std::move(rights),
                                                        .frontEnd = &frontEnd,
-                                                       .addInPath = folder.string(),
+                                                       .addInPath = folder.path().string(),
                                                        .parts = addIn.parts()});
     if (!shared) fill(dialect);
 }
@@ -123,7 +121,6 @@ inline ListHost::~ListHost()
 {
     addIn.onEvent = nullptr;
     session.reset();
-    std::filesystem::remove_all(folder);
 }
 
 inline void ListHost::answer(const Ref<Object>& event) const

@@ -3,6 +3,7 @@
 
 #include "tests/host/reports/report_desk.h"
 #include "tests/host/session/fixture.h"
+#include "tests/support/temp_folder.h"
 
 namespace refhost {
 namespace {
@@ -30,18 +31,11 @@ class Layouts : public ::testing::TestWithParam<Dialect> {
 protected:
     Layouts()
     {
-        const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
-        folder_ = fs::path(::testing::TempDir()) /
-                  ("layouts-" + qmevents::text::replaceAll(test->name(), "/", "-"));
         fs::create_directories(folder_ / "cache" / "reports");
-        desk_.emplace(GetParam(), Database::inMemory(), std::nullopt, folder_.string(),
+        desk_.emplace(GetParam(), Database::inMemory(), std::nullopt, folder_.path().string(),
                       addIn_.parts());
     }
-    ~Layouts() override
-    {
-        desk_.reset();
-        fs::remove_all(folder_);
-    }
+    ~Layouts() override { desk_.reset(); }
 
     void write(const std::string& content, const std::string& attributes = "")
     {
@@ -56,7 +50,7 @@ protected:
     }
 
     RecordingAddIn addIn_;
-    fs::path folder_;
+    const qmevents::testing::TempFolder folder_;
     std::optional<ReportDesk> desk_;
 };
 INSTANTIATE_TEST_SUITE_P(, Layouts, ::testing::Values(Dialect::sqlServer, Dialect::jet),
@@ -161,7 +155,7 @@ TEST_P(Layouts, SayWhereTheyAreWrong)
     }
     EXPECT_EQ(desk_->failure([&] { desk_->open("../test"); }).substr(0, 2), "5 ");
     write(column + section, " operation=\"mailings/send\"");
-    ReportDesk few(GetParam(), Database::inMemory(), {{"events/view"}}, folder_.string(),
+    ReportDesk few(GetParam(), Database::inMemory(), {{"events/view"}}, folder_.path().string(),
                    addIn_.parts());
     EXPECT_EQ(few.failure([&] { few.open("test"); }).substr(0, 3), "70 ");
 }
@@ -176,7 +170,7 @@ TEST_P(Layouts, AreAsTheGuideForAuthorsShowsThem)
         << text.substr(begin, text.find("```", begin) - begin);
     fs::create_directory_symlink(SOURCE_FOLDER "data", folder_ / "data");
     desk_.reset();
-    desk_.emplace(GetParam(), Database::inMemory(), std::nullopt, folder_.string());
+    desk_.emplace(GetParam(), Database::inMemory(), std::nullopt, folder_.path().string());
     EXPECT_EQ(desk_->open("events-costs").print().texts(),
               std::vector<std::string>{"total 0 0 events||0|0|"});
 }

@@ -4,6 +4,7 @@
 
 #include "host/demo/demo.h"
 #include "tests/host/reports/report_desk.h"
+#include "tests/support/temp_folder.h"
 
 namespace refhost {
 namespace {
@@ -138,10 +139,8 @@ class ReportFigures : public ::testing::Test {
 protected:
     static void SetUpTestSuite()
     {
-        const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
-        file_ = std::filesystem::path(::testing::TempDir()) /
-                ("reports-" + std::string(test ? test->name() : "all") +
-                 std::to_string(::getpid()) + ".db");
+        folder_.emplace();
+        file_ = *folder_ / "reports.db";
         DemoOptions options;
         options.database = file_;
         options.addInPath = SOURCE_FOLDER;
@@ -159,7 +158,7 @@ protected:
                                      "WHERE FKEventId = " +
                                      event_));
     }
-    static void TearDownTestSuite() { std::filesystem::remove(file_); }
+    static void TearDownTestSuite() { folder_.reset(); }
 
     /// Runs `test` in either dialect, for a user with these rights or with all.
     static void inBothDialects(const std::optional<std::vector<std::string>>& rights,
@@ -184,6 +183,7 @@ protected:
         return opened;
     }
 
+    static inline std::optional<qmevents::testing::TempFolder> folder_;
     static inline std::filesystem::path file_;
     static inline std::string event_, activity_;
 };

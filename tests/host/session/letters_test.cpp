@@ -2,6 +2,7 @@
 
 #include "automation/date.h"
 #include "tests/host/session/fixture.h"
+#include "tests/support/temp_folder.h"
 
 #include <filesystem>
 #include <fstream>
@@ -16,8 +17,7 @@ struct Letters : HostFixture {
                                           "<field name=\"Due\" kind=\"money\" mailings=\"1 2\"/>"
                                           "<field name=\"Status\" kind=\"text\" mailings=\"1 4\"/>"
                                           "</fields>")
-        : HostFixture(dialect), file(std::filesystem::temp_directory_path() /
-                                     ("letters_" + std::to_string(getpid()) + ".xml"))
+        : HostFixture(dialect)
     {
         std::ofstream(file) << fields;
         addIn.onEvent = [this](const Ref<Object>& event) {
@@ -30,11 +30,7 @@ struct Letters : HostFixture {
         call(manage, "StartMailingProcess", "Event", "key");
         list = toObject(call(manage, "GetList", "key"));
     }
-    ~Letters()
-    {
-        addIn.onEvent = nullptr;
-        std::filesystem::remove(file);
-    }
+    ~Letters() { addIn.onEvent = nullptr; }
     void answer(const std::string& key, const Ref<Object>& data)
     {
         if (key == "mailing-fields") {
@@ -71,7 +67,8 @@ struct Letters : HostFixture {
         return all;
     }
 
-    std::filesystem::path file;
+    qmevents::testing::TempFolder folder;
+    std::filesystem::path file = folder / "letters.xml";
     Ref<Object> list;
     int asked = 0;
 };

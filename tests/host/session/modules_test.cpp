@@ -5,6 +5,7 @@
 
 #include "automation/clock.h"
 #include "tests/host/session/fixture.h"
+#include "tests/support/temp_folder.h"
 
 namespace refhost {
 namespace {
@@ -301,26 +302,21 @@ TEST(DonorPage, IsFilledByTheModulesForEachDonor)
 struct FolderFixture : testing::Test {
     FolderFixture()
     {
-        folder = std::filesystem::path(testing::TempDir()) / "addin_folder";
         std::filesystem::create_directories(folder / "data");
         write("data/addin.xml",
               "<addin><configuration><value key=\"schema\"> 2 </value></configuration></addin>");
         session = std::make_unique<Session>(SessionOptions{.database = Database::inMemory(),
                                                            .frontEnd = &frontEnd,
-                                                           .addInPath = folder.string(),
+                                                           .addInPath = folder.path().string(),
                                                            .parts = addIn.parts()});
         modules = getObject(session->app(), "Modules");
     }
-    ~FolderFixture() override
-    {
-        session.reset();
-        std::filesystem::remove_all(folder);
-    }
+    ~FolderFixture() override { session.reset(); }
     void write(const std::string& name, const std::string& text) const
     {
         std::ofstream(folder / name) << text;
     }
-    std::filesystem::path folder;
+    const qmevents::testing::TempFolder folder;
     RecordingAddIn addIn;
     ScriptedFrontEnd frontEnd;
     std::unique_ptr<Session> session;

@@ -116,7 +116,7 @@ TEST_F(Access, GivesFilesBelowThePagesPicturesAndLibrariesAlone)
     write("pages/.git/config.js", "hidden");
     write("pages/notes.txt", "of no known type");
     std::filesystem::create_symlink(folder / "secret.html", folder / "pages/lib/link.html");
-    std::filesystem::create_directory_symlink(folder, folder / "pages/up");
+    std::filesystem::create_directory_symlink(folder.path(), folder / "pages/up");
     const struct {
         const char* target;
         const char* status;

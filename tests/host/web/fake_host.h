@@ -18,6 +18,7 @@
 #include "automation/error.h"
 #include "host/web/web_server.h"
 #include "tests/host/shell/fakes.h"
+#include "tests/support/temp_folder.h"
 
 namespace refhost {
 
@@ -310,9 +311,6 @@ private:
 class WebTest : public testing::Test {
 protected:
     WebTest()
-        : folder(std::filesystem::temp_directory_path() /
-                 ("web_test_" + std::to_string(getpid()) + "_" +
-                  testing::UnitTest::GetInstance()->current_test_info()->name()))
     {
         write("pages/events/events-view.html", "<p>events</p>");
         write("pages/host/home.html", "<p>home</p>");
@@ -321,18 +319,14 @@ protected:
         write("pages/lib/app.js", "export {}");
         WebServerOptions options;
         options.pages = folder / "pages";
-        options.addIn = folder;
+        options.addIn = folder.path();
         options.viewGrace = std::chrono::milliseconds(700);
         options.streamLength = std::chrono::milliseconds(300);
         server = std::make_unique<WebServer>(backend, options);
         anna = newBrowser("view-a");
         EXPECT_EQ(anna->signIn(), 200);
     }
-    ~WebTest() override
-    {
-        server.reset();
-        std::filesystem::remove_all(folder);
-    }
+    ~WebTest() override { server.reset(); }
     void write(const std::string& path, const std::string& content) const
     {
         std::filesystem::create_directories((folder / path).parent_path());
@@ -343,7 +337,7 @@ protected:
         return std::make_unique<Browser>(server->port(), view);
     }
 
-    const std::filesystem::path folder;
+    const qmevents::testing::TempFolder folder;
     FakeBackend backend;
     std::unique_ptr<WebServer> server;
     std::unique_ptr<Browser> anna;

@@ -5,6 +5,7 @@
 
 #include "automation/error.h"
 #include "host/xml/xml_document.h"
+#include "tests/support/temp_folder.h"
 
 namespace refhost {
 namespace {
@@ -195,7 +196,8 @@ TEST(XmlDocument, RefusesWhatWouldBreakADocument)
 
 TEST(XmlDocument, LoadsAFileWhateverTheCaseAndSeparatorsOfItsPath)
 {
-    const auto folder = std::filesystem::path(testing::TempDir()) / "xml_files";
+    const qmevents::testing::TempFolder files;
+    const auto& folder = files.path();
     std::filesystem::create_directories(folder / "Cache");
     std::ofstream(folder / "Cache" / "Names.xml") << "\xEF\xBB\xBF<a>\xC3\xA9</a>";
     std::ofstream(folder / "Cache" / "wide.xml", std::ios::binary)
