@@ -145,7 +145,7 @@ std::vector<Value> Columns::cells(const Records& records, const Record& record,
             if (plan.zeroIsBlank && cells[i].isNumber() && qmevents::toDouble(cells[i]) == 0)
                 cells[i] = Null{};
         } else if (!text.empty()) {
-            cells[i] = filled(text, inquiry_.layout, records, record, 1, binding.line);
+            cells[i] = filled(text, inquiry_.layout, records, record, {1}, binding.line);
         } else if (plan.field == rowNumberField) {
             cells[i] = static_cast<std::int32_t>(number);
         }
@@ -163,8 +163,7 @@ void Columns::fillRatios(std::vector<Value>& cells) const
     }
 }
 
-void Columns::add(Totals& totals, const std::vector<Value>& cells, const Records& records,
-                  const Record& record) const
+void Columns::add(Totals& totals, const std::vector<Value>& cells) const
 {
     ++totals.rows;
     for (std::size_t i = 0; i < slots_.size(); ++i) {
@@ -176,9 +175,6 @@ void Columns::add(Totals& totals, const std::vector<Value>& cells, const Records
             const bool counts =
                 cells[i].is(ValueKind::boolean) ? cells[i].as<bool>() : !cells[i].isNull();
             if (counts) figure.countOne();
-        } else if (plan.total == Totalled::distinct) {
-            figure.addDistinct(
-                wordsOf(record[records.column(inquiry_.layout, plan.distinctField, plan.line)]));
         }
     }
 }

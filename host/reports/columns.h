@@ -55,8 +55,7 @@ public:
     std::vector<Value> cells(const Records& records, const Record& record,
                              const RowBinding& binding, std::size_t number);
     Totals newTotals() const { return {std::vector<Figure>(slots_.size()), 0}; }
-    void add(Totals& totals, const std::vector<Value>& cells, const Records& records,
-             const Record& record) const;
+    void add(Totals& totals, const std::vector<Value>& cells) const;
     std::vector<Value> cellsOf(const Totals& totals) const;
 
 private:

@@ -73,7 +73,7 @@ private:
                 rowsOf[i][wordsOf(section.rows[row][of])].push_back(row);
         }
         for (const Record& record : records.rows) {
-            addHead(filled(plan.caption, layout_, records, record, 0, plan.line), 0,
+            addHead(filled(plan.caption, layout_, records, record, {}, plan.line), 0,
                     linkOf(record, link));
             for (std::size_t i = 0; i < sections_.size(); ++i)
                 composeSection(i, rowsOf[i][wordsOf(record[key])], 1);
@@ -107,7 +107,7 @@ private:
         result_.lines.push_back(
             {LineKind::total, level,
              filled(plan.total, layout_, records, rows.empty() ? blank : records.rows[rows.front()],
-                    totals.rows, plan.line),
+                    {totals.rows, rows}, plan.line),
              columns_->onlyShown(columns_->cellsOf(totals)), 0});
     }
 
@@ -150,10 +150,10 @@ private:
             composeGroup(walk, Rows(begin, end), {place.depth + 1, place.level + 1, isAlone},
                          totals);
             if (!group.subtotal.empty() && !isAlone) {
-                result_.lines.push_back(
-                    {LineKind::subtotal, place.level,
-                     filled(group.subtotal, layout_, records, first, totals.rows, group.line),
-                     columns_->onlyShown(columns_->cellsOf(totals)), 0});
+                result_.lines.push_back({LineKind::subtotal, place.level,
+                                         filled(group.subtotal, layout_, records, first,
+                                                {totals.rows, {begin, end}, head}, group.line),
+                                         columns_->onlyShown(columns_->cellsOf(totals)), 0});
             }
             if (place.depth == 0 && draughtsman_->drawsGroups())
                 draughtsman_->addPoint(head, columns_->cellsOf(totals));
@@ -170,7 +170,7 @@ private:
         const auto word = group.words.find(value);
         if (word != group.words.end()) return word->second;
         if (!group.blank.empty() && (value.empty() || value == "0")) return group.blank;
-        const std::string head = filled(group.caption, layout_, records, first, 0, group.line);
+        const std::string head = filled(group.caption, layout_, records, first, {}, group.line);
         return head.empty() ? group.blank : head;
     }
 
@@ -181,10 +181,10 @@ private:
         for (const RowBinding& binding : walk.bindings) {
             if (binding.needs && isBlank(record[*binding.needs])) continue;
             std::vector<Value> cells = columns_->cells(records, record, binding, walk.number);
-            columns_->add(totals, cells, records, record);
+            columns_->add(totals, cells);
             if (draughtsman_->drawsRows()) {
                 draughtsman_->addPoint(
-                    filled(draughtsman_->category(), layout_, records, record, 0, 0), cells);
+                    filled(draughtsman_->category(), layout_, records, record, {}, 0), cells);
             }
             result_.lines.push_back({LineKind::row,
                                      level,

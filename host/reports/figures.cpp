@@ -51,14 +51,12 @@ void Figure::add(const Figure& other)
     real_ += other.real_;
     hasReal_ = hasReal_ || other.hasReal_;
     hasAny_ = hasAny_ || other.hasAny_;
-    seen_.insert(other.seen_.begin(), other.seen_.end());
 }
 
 Value Figure::value(CellKind kind, Totalled total, std::size_t rows) const
 {
     if (total == Totalled::sum && rows > 0 && !hasAny_) return qmevents::Null{};
     if (total == Totalled::nothing) return qmevents::Null{};
-    if (total == Totalled::distinct) return static_cast<std::int32_t>(seen_.size());
     if (total == Totalled::sum && kind == CellKind::money) return money_;
     if (hasReal_) return real_ + static_cast<double>(whole_);
     constexpr auto most = std::numeric_limits<std::int32_t>::max();

@@ -1,8 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <set>
-#include <string>
 
 #include "automation/currency.h"
 #include "automation/value.h"
@@ -14,8 +12,6 @@ namespace refhost::reporting {
 class Figure {
 public:
     void add(const qmevents::Value& cell, CellKind kind);
-    /// Counts `key` once, however often it comes.
-    void addDistinct(const std::string& key) { seen_.insert(key); }
     void countOne() { whole_ += 1; }
     void add(const Figure& other); ///< What was added to `other`, too.
     /// Null when it is a sum of `rows` none of which had a figure.
@@ -27,7 +23,6 @@ private:
     double real_ = 0;
     bool hasReal_ = false;
     bool hasAny_ = false;
-    std::set<std::string> seen_;
 };
 
 /// `part` of `whole`, both figures: per cent to one decimal, else what one of `whole` comes to.

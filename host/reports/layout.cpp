@@ -31,7 +31,6 @@ constexpr Word<Totalled> totals[] = {
     {"none", Totalled::nothing},
     {"sum", Totalled::sum},
     {"count", Totalled::count},
-    {"distinct", Totalled::distinct},
 };
 constexpr Word<bool> answers[] = {{"yes", true}, {"no", false}};
 
@@ -122,8 +121,8 @@ private:
     void readColumn(pugi::xml_node node)
     {
         allow(node, {"key", "caption"},
-              {"kind", "width", "align", "operation", "field", "total", "of", "part", "whole",
-               "answers", "each", "zero", "hidden"},
+              {"kind", "width", "align", "operation", "field", "total", "part", "whole", "answers",
+               "each", "zero", "hidden"},
               {"value"});
         ColumnPlan column{.key = attribute(node, "key"),
                           .caption = attribute(node, "caption"),
@@ -132,7 +131,6 @@ private:
                           .operation = attribute(node, "operation"),
                           .field = attribute(node, "field"),
                           .total = word(node, "total", totals, Totalled::nothing),
-                          .distinctField = attribute(node, "of"),
                           .part = attribute(node, "part"),
                           .whole = attribute(node, "whole"),
                           .answers = attribute(node, "answers"),
@@ -148,8 +146,6 @@ private:
         if (findColumn(column.key)) fail(node, "there is a column " + column.key + " already");
         if (column.field.empty()) column.field = column.key;
         if (column.total == Totalled::sum && !isFigure) fail(node, "only figures have a sum");
-        if (column.total == Totalled::distinct && column.distinctField.empty())
-            fail(node, "\"distinct\" needs the attribute of");
         if (column.part.empty() != column.whole.empty())
             fail(node, "a ratio has a part and a whole");
         column.words = readWords(node);

@@ -54,7 +54,7 @@ struct FilterPlan {
 };
 
 enum class CellKind { text, number, money, percent, date, dateTime, yesNo };
-enum class Totalled { nothing, sum, count, distinct };
+enum class Totalled { nothing, sum, count };
 
 struct ColumnPlan {
     std::string key, caption;
@@ -64,7 +64,6 @@ struct ColumnPlan {
     std::string operation;  ///< The right without which the column is left out.
     std::string field;      ///< The field that it shows.
     Totalled total = Totalled::nothing;
-    std::string distinctField;
     std::string part, whole; ///< The columns whose ratio it shows, in rows and totals alike.
     std::map<std::string, std::string> words = {}; ///< What stands for a stored code.
     /// The field with a reservation's answers: one text, or a column for each question.

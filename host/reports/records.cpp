@@ -1,5 +1,8 @@
 #include "host/reports/records.h"
 
+#include <algorithm>
+#include <set>
+
 #include "automation/locale.h"
 #include "host/reports/statement.h"
 
@@ -43,7 +46,7 @@ void addLookup(const Inquiry& inquiry, const LookupPlan& lookup, const Answers& 
     for (const Record& row : found.rows) {
         std::string& text = texts[keyOf(row, from)];
         if (!text.empty()) text += lookup.separator;
-        text += filled(lookup.text, inquiry.layout, found, row, 1, line);
+        text += filled(lookup.text, inquiry.layout, found, row, {1}, line);
     }
     records.names.push_back(lookup.key);
     for (Record& row : records.rows) {
@@ -110,13 +113,30 @@ std::string wordsOf(const Value& value)
 
 namespace {
 
-// "1 event" or "12 events" for "count:event:events".
-std::string counted(std::string_view words, std::size_t rows)
+// Takes off what `text` has up to the next colon.
+std::string_view nextPart(std::string_view& text)
 {
-    const auto colon = words.find(':');
-    const auto one = words.substr(0, colon);
-    const auto many = colon == std::string_view::npos ? one : words.substr(colon + 1);
-    return std::to_string(rows) + ' ' + std::string(rows == 1 ? one : many);
+    const auto colon = std::min(text.find(':'), text.size());
+    const std::string_view part = text.substr(0, colon);
+    text.remove_prefix(std::min(colon + 1, text.size()));
+    return part;
+}
+
+// "1 event" or "12 events" for "event:events", "2 donors" for "donor:donors:DonorId".
+std::string counted(std::string_view words, const Layout& layout, const Records& records,
+                    const Told& told, int line)
+{
+    const auto one = nextPart(words);
+    const auto many = words.empty() ? one : nextPart(words);
+    std::size_t number = told.rows;
+    if (!words.empty()) {
+        const std::size_t column = records.column(layout, words, line);
+        std::set<std::string> different;
+        for (const std::size_t row : told.records)
+            different.insert(wordsOf(records.rows[row][column]));
+        number = different.size();
+    }
+    return std::to_string(number) + ' ' + std::string(number == 1 ? one : many);
 }
 
 // What stands for a code where a column says so.
@@ -133,7 +153,7 @@ std::string spelled(const Layout& layout, std::string_view field, const std::str
 } // namespace
 
 std::string filled(std::string_view text, const Layout& layout, const Records& records,
-                   const Record& record, std::size_t rows, int line)
+                   const Record& record, const Told& told, int line)
 {
     std::string result;
     while (!text.empty()) {
@@ -145,11 +165,17 @@ std::string filled(std::string_view text, const Layout& layout, const Records& r
         std::string_view name = text.substr(open + 1, close - open - 1);
         text.remove_prefix(close + 1);
         if (name.starts_with("count:")) {
-            result += counted(name.substr(6), rows);
+            result += counted(name.substr(6), layout, records, told, line);
+            continue;
+        }
+        if (name == "head") {
+            result += told.head;
             continue;
         }
         const auto bar = name.find('|');
-        const std::string_view before = bar == std::string_view::npos ? "" : name.substr(0, bar);
+        std::string_view before = bar == std::string_view::npos ? "" : name.substr(0, bar);
+        if (result.empty())
+            before.remove_prefix(std::min(before.find_first_not_of(", "), before.size()));
         if (bar != std::string_view::npos) name.remove_prefix(bar + 1);
         const auto colon = name.find(':');
         const std::string_view field = name.substr(0, colon);

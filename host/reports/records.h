@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -31,10 +32,19 @@ Records readRecords(const Inquiry& inquiry, const SqlText& sql, const Answers& a
 /// The value as people read it; a null is blank.
 std::string wordsOf(const Value& value);
 
+/// What a caption can tell of the lines that it stands for, besides the first one's record.
+struct Told {
+    std::size_t rows = 0;
+    std::span<const std::size_t> records = {}; ///< Their positions.
+    std::string_view head = {};                ///< Of their group.
+};
+
 /// `text` with each `{field}` replaced by the record's value. `{field:date}` is the day alone, and
-/// what stands before a bar, as in `{, |field}`, appears only when there is a value.
-/// `{count:event:events}` is the number of `rows` with the word for one or for many.
+/// what stands before a bar, as in `{, |field}`, appears only when there is a value, and without
+/// its comma where the text begins with it. `{count:event:events}` is the number of rows with the
+/// word for one or for many, `{count:donor:donors:DonorId}` that of the field's different values,
+/// and `{head}` the head of the group.
 std::string filled(std::string_view text, const Layout& layout, const Records& records,
-                   const Record& record, std::size_t rows, int line);
+                   const Record& record, const Told& told, int line);
 
 } // namespace refhost::reporting

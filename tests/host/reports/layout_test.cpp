@@ -21,8 +21,8 @@ const std::string money = R"(
     <sql>SELECT p.giftId AS Gift, p.FKFund AS Fund, p.expectedAmount AS Expected,
       p.actualAmount AS Actual, p.FKMatch AS Units FROM donor_gifts_payments p
       ORDER BY p.FKFund, p.id</sql>
-    <group by="Fund" caption="Fund {Fund}" blank="No fund" subtotal="{count:gift:gifts}"/>
-    <total caption="All: {count:gift:gifts}"/>
+    <group by="Fund" caption="Fund {Fund}" blank="No fund" subtotal="{head}: {count:gift:gifts}"/>
+    <total caption="All: {count:gift:gifts}, {count:fund:funds:Fund}"/>
   </section>
   <chart kind="bar" title="Funds" over="groups" most="2"><series column="Actual"/></chart>)";
 
@@ -63,13 +63,14 @@ TEST_P(Layouts, AddUpExactlyAndTakeRatiosOfTheTotals)
         payment(cells);
     write(money);
     const OpenReport report = desk_->open("test");
-    EXPECT_EQ(report.print().texts(),
-              (std::vector<std::string>{
-                  "head 0 No fund|||||", "row 1|5||-5||-2.5", "subtotal 0 1 gift|1||-5||-2.5",
-                  "head 0 Fund 7|||||", "row 1|1|0.1|0.2|200|0.2", "row 1|2|0.2|0.1|50|0.05",
-                  "subtotal 0 2 gifts|2|0.3|0.3|100|0.1", "head 0 Fund 8|||||",
-                  "row 1|3|3|1|33.3|0.33", "row 1|4|6|||", "subtotal 0 2 gifts|2|9|1|11.1|0.33",
-                  "total 0 All: 5 gifts|5|9.3|-3.7|-39.8|-0.46"}));
+    EXPECT_EQ(
+        report.print().texts(),
+        (std::vector<std::string>{
+            "head 0 No fund|||||", "row 1|5||-5||-2.5", "subtotal 0 No fund: 1 gift|1||-5||-2.5",
+            "head 0 Fund 7|||||", "row 1|1|0.1|0.2|200|0.2", "row 1|2|0.2|0.1|50|0.05",
+            "subtotal 0 Fund 7: 2 gifts|2|0.3|0.3|100|0.1", "head 0 Fund 8|||||",
+            "row 1|3|3|1|33.3|0.33", "row 1|4|6|||", "subtotal 0 Fund 8: 2 gifts|2|9|1|11.1|0.33",
+            "total 0 All: 5 gifts, 3 funds|5|9.3|-3.7|-39.8|-0.46"}));
     const auto chart = getObject(report.run, "Chart");
     EXPECT_EQ(toText(get(chart, "Title")), "Funds (the 2 highest)");
     const Value categories = get(chart, "Categories");
@@ -77,7 +78,8 @@ TEST_P(Layouts, AddUpExactlyAndTakeRatiosOfTheTotals)
     EXPECT_EQ(toText(categories.array()->items[1]), "Fund 8");
     // Without rows there is a total, and nothing to draw.
     desk_->execute("DELETE FROM donor_gifts_payments");
-    EXPECT_EQ(report.print().texts(), std::vector<std::string>{"total 0 All: 0 gifts|0|0|0||"});
+    EXPECT_EQ(report.print().texts(),
+              std::vector<std::string>{"total 0 All: 0 gifts, 0 funds|0|0|0||"});
     EXPECT_TRUE(get(report.run, "Chart").isNothing());
     // One group alone has the figures of the total.
     payment("1, 7, 1, 1, 1");

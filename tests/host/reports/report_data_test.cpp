@@ -85,6 +85,42 @@ TEST_P(ReportData, ShowWhatIsDueOfEachReservationAndNeverLessThanNothing)
     EXPECT_EQ(due(report.print()), (std::vector<std::string>{"10", "10"}));
 }
 
+TEST_P(ReportData, TellOfWhatIsNotThereOnceAndWithoutItsComma)
+{
+    // Without a campaign: the event's reservations, and gifts that name none or one that is gone.
+    for (const char* campaign : {"NULL", "0", "9"}) {
+        execute("INSERT INTO donor_gifts (donorId, FKCampaign, FKEventId, FKReservationId, "
+                "deleted) VALUES (3, " +
+                std::string(campaign) + ", 0, 0, 0)");
+        const std::string day = GetParam() == Dialect::jet ? "#2026-05-01#" : "'20260501'";
+        execute("INSERT INTO donor_gifts_payments (giftId, actualAmount, actualDate) "
+                "SELECT MAX(g.id), 5, " +
+                day + " FROM donor_gifts g");
+    }
+    execute("INSERT INTO donor_campaigns ([value]) VALUES ('Spring')");
+    execute("INSERT INTO events_event_info (Name, FKCampaignId) VALUES ('Walk', 1)");
+    execute("INSERT INTO events_event_reservations (FKEventId, FKDonorId, AmountPaid) "
+            "VALUES (2, 1, 7)");
+    const OpenReport report = desk_.open("events-eventreservations-donation-history-by-campaign");
+    for (const char* filter : {"from", "to"}) report.set(filter, "");
+    report.set("gifts", "all");
+    std::vector<std::string> captions;
+    for (const PrintedLine& line : report.print().lines) {
+        if (!line.caption.empty()) captions.push_back(line.kind + " " + line.caption);
+    }
+    EXPECT_EQ(captions,
+              (std::vector<std::string>{"head Without a campaign",
+                                        "subtotal Without a campaign: 9 entries, 3 donors",
+                                        "head Spring", "subtotal Spring: 1 entry, 1 donor",
+                                        "total All campaigns: 10 entries, 3 donors"}));
+
+    execute("INSERT INTO donor_list_assignedto ([value]) VALUES ('Boss')");
+    execute("INSERT INTO events_event_tasks (FKEventId, Name, FKAssignedToId, Completed) "
+            "VALUES (1, 'Call', 1, 0)");
+    const Printed summary = desk_.open("events-event-summary", 1).print();
+    EXPECT_EQ(toText(summary.cell(summary.lines.back(), "Details")), "Boss");
+}
+
 TEST_P(ReportData, TellWhichFilterHasNoProperValue)
 {
     struct Case {
