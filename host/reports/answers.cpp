@@ -39,6 +39,16 @@ Date defaultDay(const std::string& name)
     return {};
 }
 
+// Layouts, and those who type, say "yes" and "no".
+bool isYes(const Value& value)
+{
+    const auto is = [&](const char* word) {
+        return value.isText() &&
+               qmevents::text::sameName(qmevents::text::trim(value.text()), word);
+    };
+    return is("yes") || (!is("no") && qmevents::toBool(value));
+}
+
 // What an error says beyond its standard text, which is for those who write scripts.
 std::string reasonOf(const Error& error)
 {
@@ -100,7 +110,7 @@ private:
     void readValue(const FilterPlan& filter, const Value& value, Answer& answer) const
     {
         if (filter.kind == FilterKind::yesNo) {
-            const bool yes = qmevents::toBool(value);
+            const bool yes = isYes(value);
             answer.given = yes;
             answer.plain = yes ? "yes" : "no";
             answer.words = yes ? "Yes" : "No";

@@ -158,6 +158,12 @@ TEST_P(ReportData, TellWhichFilterHasNoProperValue)
                   problem);
         EXPECT_EQ(qmevents::toInt32(get(getObject(report.run, "Lines"), "Count")), 0);
     }
+    const OpenReport guests = desk_.open("events-event-participant-list", 1);
+    for (const char* answer : {"no", " Yes "}) {
+        guests.set("attended", answer);
+        EXPECT_EQ(guests.problem(), "") << answer;
+    }
+    EXPECT_EQ(guests.print().notes.at(1), "Only those who attended: Yes");
     const OpenReport list = desk_.open("events-list");
     EXPECT_EQ(list.print().notes.at(0), "Event date: 1/1/2026 to 12/31/2026");
     list.set("to", "2026-02-14"); // the whole day counts
