@@ -56,7 +56,10 @@ std::string Reader::place(pugi::xml_node node) const
 {
     const auto offset = node.offset_debug();
     if (offset < 0 || static_cast<std::size_t>(offset) > content_.size()) return shownAs_;
-    const auto lines = std::count(content_.begin(), content_.begin() + offset, '\n');
+    // A text begins with what parts it from the element before it.
+    const auto begin = std::min(
+        content_.find_first_not_of(" \t\r\n", static_cast<std::size_t>(offset)), content_.size());
+    const auto lines = std::ranges::count(content_.substr(0, begin), '\n');
     return shownAs_ + ", line " + std::to_string(lines + 1);
 }
 
@@ -216,8 +219,9 @@ BuilderFile Reader::read(const std::string& type)
                 const std::string_view name = node.name();
                 if (name == "field") return readField(node);
                 if (name == "filter") return readFilter(node, nullptr);
-                if (name != "choices" && name != "source")
-                    throw Unusable{"<" + std::string(name) + "> is no part of a list-builder file"};
+                if (name == "choices" || name == "source") return;
+                const std::string what = name.empty() ? "text" : "<" + std::string(name) + ">";
+                throw Unusable{what + " is no part of a list-builder file"};
             });
         }
     });

@@ -30,6 +30,11 @@ std::string_view nameOf(ListKind kind)
     return {};
 }
 
+std::string placeOf(const std::string& origin)
+{
+    return origin.empty() ? std::string() : " (" + origin + ")";
+}
+
 ListCriterion criterionOf(const ListField& field)
 {
     return {.key = field.name,

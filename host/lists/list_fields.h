@@ -59,6 +59,9 @@ struct ListOffer {
     std::vector<ListCriterion> criteria;
 };
 
+/// Where something is defined, as messages add it: " (builder.xml, line 2)", or nothing.
+std::string placeOf(const std::string& origin);
+
 /// The criterion that every field is without more being said: its value compared.
 ListCriterion criterionOf(const ListField& field);
 

@@ -40,9 +40,8 @@ bool markIfRefused(const SharedContext& context, const ListType& type, const Lis
         readRows(context, probeOf(type, part, tools), [](const Cursor&) {});
         return false;
     } catch (const Error& error) {
-        const std::string place = part.origin.empty() ? "" : " (" + part.origin + ")";
-        part.fault = std::string(what) + " “" + part.caption + "” is left out" + place + ": " +
-                     error.description();
+        part.fault = std::string(what) + " “" + part.caption + "” is left out" +
+                     placeOf(part.origin) + ": " + error.description();
         return true;
     }
 }

@@ -134,10 +134,16 @@ Ref<Collection> SmartListSchema::Choices(const std::string& key) const
         choices->append(Value(makeRef<SmartListChoice>(id, name)));
     }
     if (criterion->choices.empty()) return choices;
-    readRows(context_, criterion->choices, [&](const Cursor& row) {
-        choices->append(Value(makeRef<SmartListChoice>(cellOr<std::string>(row, "Id", ""),
-                                                       cellOr<std::string>(row, "Name", ""))));
-    });
+    try {
+        readRows(context_, criterion->choices, [&](const Cursor& row) {
+            choices->append(Value(makeRef<SmartListChoice>(cellOr<std::string>(row, "Id", ""),
+                                                           cellOr<std::string>(row, "Name", ""))));
+        });
+    } catch (const Error& error) {
+        throw Error(error.number(), error.source(),
+                    "The choices of “" + criterion->caption + "” cannot be read" +
+                        placeOf(criterion->origin) + ": " + error.description());
+    }
     return choices;
 }
 

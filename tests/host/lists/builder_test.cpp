@@ -30,6 +30,8 @@ TEST(BuilderFiles, AreReadUpToWhatIsWrongWithThem)
          "builder.xml, line 1: the fields are not for lists of donors.;"},
         {"<listbuilder type=\"donors\">" + good + "\n<other/></listbuilder>",
          "builder.xml, line 2: <other> is no part of a list-builder file.;"},
+        {"<listbuilder type=\"donors\">" + good + "\nwords</listbuilder>",
+         "builder.xml, line 2: text is no part of a list-builder file.;"},
         {"<listbuilder type=\"donors\">" + good +
              "\n<field name=\"x\" caption=\"X\" kind=\"blob\"/></listbuilder>",
          "builder.xml, line 2: there is no kind called \"blob\".;"},
@@ -91,8 +93,15 @@ TEST(BuilderFiles, LoseOnlyTheFieldsThatTheEngineRefuses)
         host.writeFile("<listbuilder type=\"donors\">\n"
                        "<field name=\"gifts\" caption=\"G\" kind=\"number\">"
                        "<value>Nonsense({id})</value></field>\n"
-                       "<field name=\"largest\" caption=\"L\" kind=\"money\"><value>12.5</value>"
-                       "</field></listbuilder>");
+                       "<field name=\"largest\" caption=\"L\" kind=\"money\">"
+                       "<value>12.5</value>\n<filter key=\"f\" kind=\"choice\" caption=\"F\">"
+                       "<choices>SELECT Nonsense(1) AS Id FROM donor_donors d</choices><condition>"
+                       "{id} IN ({values})</condition></filter></field></listbuilder>");
+        const auto schema = toObject(call(host.lists(), "GetSchema", "donors"));
+        const std::string refusal = failureOf([&] { call(schema, "Choices", "f"); });
+        EXPECT_NE(refusal.find("The choices of “F” cannot be read (builder.xml, line 4): "),
+                  std::string::npos)
+            << refusal;
         const auto list = host.newList();
         put(list, "Columns", textsAsArray({"donorname", "gifts", "largest"}));
         const auto result = host.run(list);
