@@ -140,7 +140,8 @@ void Reader::readField(pugi::xml_node node)
                     .kind = kindOf(node),
                     .value = childText(node, "value"),
                     .operation = node.attribute("operation").value(),
-                    .origin = place(node)};
+                    .origin = place(node),
+                    .leadsToEvent = sameName(node.attribute("leadsto").value(), "event")};
     if (field.kind == ListKind::choice) throw Unusable{"a field cannot be a choice"};
     if (field.value.empty()) throw Unusable{"the field \"" + field.name + "\" has no value"};
     field.sources = sourcesOf(field.value);

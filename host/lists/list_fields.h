@@ -32,7 +32,8 @@ struct ListField {
     std::string origin = {}; ///< Where it is defined, for messages; empty for the host's own.
     std::string fault = {};  ///< Why it cannot be used; empty when it can.
     std::int32_t width = 100;
-    bool isShown = false; ///< A new list shows it.
+    bool isShown = false;      ///< A new list shows it.
+    bool leadsToEvent = false; ///< Its value is the id of the row's event, or 0.
 };
 
 /// What a list can be filtered by.

@@ -58,6 +58,7 @@ bool markRefused(const SharedContext& context, ListSchema& schema, const ListDef
     };
     for (const auto& column : definition.columns) markField(column.name);
     markField(definition.sort);
+    if (const ListField* event = schema.eventField()) markField(event->name);
     for (const auto& filter : definition.filters) {
         ListCriterion* criterion = schema.criterion(filter.key);
         if (criterion && markIfRefused(context, *schema.type, tools, "The filter", *criterion))

@@ -48,6 +48,13 @@ const ListField* ListSchema::field(std::string_view name) const
     return findIn(fields, &ListField::name, name);
 }
 
+const ListField* ListSchema::eventField() const
+{
+    const auto found = std::ranges::find_if(
+        fields, [](const ListField& field) { return field.leadsToEvent && field.fault.empty(); });
+    return found == fields.end() ? nullptr : &*found;
+}
+
 const ListCriterion* ListSchema::criterion(std::string_view key) const
 {
     return findIn(criteria, &ListCriterion::key, key);

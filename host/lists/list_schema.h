@@ -24,6 +24,8 @@ struct ListSchema {
 
     const ListField* field(std::string_view name) const; ///< Null when there is none.
     const ListCriterion* criterion(std::string_view key) const;
+    /// The field that tells the event of a row; null when no module brought one that can be used.
+    const ListField* eventField() const;
     ListField* field(std::string_view name);
     ListCriterion* criterion(std::string_view key);
 };

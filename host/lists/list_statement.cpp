@@ -71,6 +71,7 @@ private:
     void makeConditions();
     std::string conditionOfAll() const;
     const ListField* sortField();
+    std::string eventOfRow();
     void warn(const std::string& text) { made_.warnings.push_back(text); }
     bool isShown(const ListField& field) const
     {
@@ -159,6 +160,14 @@ const ListField* Maker::sortField()
     return isUsable ? field : nullptr;
 }
 
+// What leads from a row to its event; nothing for a user who may not see it.
+std::string Maker::eventOfRow()
+{
+    const ListField* field = schema_.eventField();
+    if (!field) return schema_.type->eventId;
+    return tools_.allowed(field->operation) ? tables_.ready(field->value, field->sources) : "0";
+}
+
 ListStatement Maker::make()
 {
     chooseColumns();
@@ -167,7 +176,7 @@ ListStatement Maker::make()
 
     const ListType& type = *schema_.type;
     std::string inner = std::string("SELECT d.id AS Id, ") + type.donorId + " AS RowDonorId, " +
-                        type.eventId + " AS RowEventId";
+                        eventOfRow() + " AS RowEventId";
     std::string outer = "SELECT q.Id, q.RowDonorId, q.RowEventId";
     const auto readToo = [&](const ListField& field) {
         inner += ", " + tables_.ready(field.value, field.sources) + " AS [" + field.name + "]";

@@ -16,8 +16,8 @@ struct ListType {
     const char* builder; ///< The type that builder files for it are written for.
     const char* source;  ///< The table, whose alias is d.
     const char* condition;
-    const char* donorId; ///< The expressions that lead from a row to its donor and its event.
-    const char* eventId;
+    const char* donorId;   ///< The expressions that lead from a row to its donor and its event,
+    const char* eventId;   ///< unless a module's field tells the event.
     const char* operation; ///< The right that a user needs for lists of the type.
     const char* sort;      ///< The field by which a new list is sorted.
 };

@@ -43,8 +43,7 @@ Date defaultDay(const std::string& name)
 bool isYes(const Value& value)
 {
     const auto is = [&](const char* word) {
-        return value.isText() &&
-               qmevents::text::sameName(qmevents::text::trim(value.text()), word);
+        return value.isText() && qmevents::text::sameName(qmevents::text::trim(value.text()), word);
     };
     return is("yes") || (!is("no") && qmevents::toBool(value));
 }

@@ -105,5 +105,39 @@ TEST_P(EventLists, TakeEveryFilter)
     EXPECT_EQ(count(invited), 1);
 }
 
+TEST_P(EventLists, LeadToEventsAndShowThemToThoseWhoMayViewThem)
+{
+    host_.execute("INSERT INTO events_event_reservations (FKEventId, FKDonorId) VALUES (1, 2)");
+    host_.execute("INSERT INTO donor_gifts (donorId, FKEventId, FKReservationId) VALUES (2, 0, 1)");
+    host_.execute("INSERT INTO donor_gifts (donorId, FKEventId) VALUES (2, 99)"); // gone
+    const auto eventsOfRows = [&] {
+        const auto list = toObject(call(lists(), "GetNewList", "donations"));
+        put(list, "Columns", texts({"giftid"}));
+        put(list, "Sort", "giftid");
+        const Value rows = call(toObject(call(lists(), "Run", list)), "Rows", 0, 9);
+        std::vector<std::int32_t> events;
+        for (std::size_t i = 2; i < rows.array()->items.size(); i += 4)
+            events.push_back(toInt32(rows.array()->items[i]));
+        return events;
+    };
+    EXPECT_EQ(eventsOfRows(), (std::vector<std::int32_t>{1, 1, 0}));
+
+    host_.session->sql().hostExecute("DELETE FROM host_user_rights WHERE name = 'events/view'");
+    EXPECT_EQ(eventsOfRows(), (std::vector<std::int32_t>{0, 0, 0}));
+    for (const char* type : {"donors", "donations", "pledges"}) {
+        const auto schema = toObject(call(lists(), "GetSchema", type));
+        const std::pair<const char*, const char*> offered[] = {{"Fields", "Name"},
+                                                               {"Criteria", "Key"}};
+        for (const auto& [items, member] : offered) {
+            for (const std::string& name : all(getObject(schema, items), member)) {
+                const bool isOfEvents = name.starts_with("events") || name.starts_with("donation");
+                const bool isMoney = name.find("amount") != std::string::npos ||
+                                     name == "events_owing" || name == "events_gave";
+                EXPECT_TRUE(!isOfEvents || isMoney) << type << ": " << name;
+            }
+        }
+    }
+}
+
 } // namespace
 } // namespace refhost

@@ -91,7 +91,7 @@ TEST(BuilderFiles, LoseOnlyTheFieldsThatTheEngineRefuses)
     for (const Dialect dialect : {Dialect::sqlServer, Dialect::jet}) {
         const ListHost host(dialect);
         host.writeFile("<listbuilder type=\"donors\">\n"
-                       "<field name=\"gifts\" caption=\"G\" kind=\"number\">"
+                       "<field name=\"gifts\" caption=\"G\" kind=\"number\" leadsto=\"event\">"
                        "<value>Nonsense({id})</value></field>\n"
                        "<field name=\"largest\" caption=\"L\" kind=\"money\">"
                        "<value>12.5</value>\n<filter key=\"f\" kind=\"choice\" caption=\"F\">"
