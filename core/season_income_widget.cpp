@@ -64,9 +64,9 @@ std::vector<std::string> against(const Currency& received, const Currency& goal)
 {
     const Locale& locale = Locale::current();
     if (goal <= Currency()) return {"", locale.money(received)};
-    return {markup::meter(received.toDouble(), goal.toDouble()),
+    return {markup::meter(received, goal),
             markup::words(locale.money(received) + " of " + locale.money(goal)) + " " +
-                markup::small(markup::percent(received.toDouble(), goal.toDouble()))};
+                markup::small(markup::percent(received, goal))};
 }
 
 void addRow(markup::Table& table, const std::string& name, const Income& income)

@@ -53,7 +53,7 @@ std::vector<std::string> fillLevel(std::int32_t coming, std::int32_t capacity, s
     if (capacity > 0 && coming >= capacity) {
         text += " " + markup::strong(coming > capacity ? "Overbooked" : "Full");
     }
-    return {markup::meter(coming, whole), text};
+    return {markup::meter(Currency::fromUnits(coming), Currency::fromUnits(whole)), text};
 }
 
 std::string content(const WidgetSettings& settings)

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "automation/text.h"
 
@@ -14,9 +15,9 @@ std::string element(const char* name, const std::string& content)
 }
 
 // Whole hundredths are enough for a bar, and say the same in every locale.
-std::string number(double value)
+std::string number(Currency value)
 {
-    const auto hundredths = static_cast<std::int64_t>(std::llround(value * 100));
+    const auto hundredths = static_cast<std::int64_t>(std::llround(value.toDouble() * 100));
     std::string text = std::to_string(hundredths / 100);
     if (const auto rest = hundredths % 100; rest != 0) {
         text += "." + std::to_string(100 + rest).substr(1);
@@ -41,15 +42,26 @@ std::string eventLink(std::int32_t eventId, const std::string& tab, const std::s
     return commandLink("ViewEvent(" + std::to_string(eventId) + ",'" + tab + "')", name);
 }
 
-std::string percent(double part, double whole)
+std::string percent(Currency part, Currency whole)
 {
-    return std::to_string(static_cast<std::int64_t>(std::floor(part * 100 / whole))) + "%";
+    constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max() / 100 - 1;
+    std::int64_t times = part.scaled() / whole.scaled();
+    std::int64_t rest = part.scaled() % whole.scaled();
+    if (rest < 0) {
+        rest += whole.scaled();
+        --times;
+    }
+    // A hundredfold of the largest amounts has no room; their last digits matter to nobody.
+    const std::int64_t hundredths = rest <= most
+                                        ? rest * 100 / whole.scaled()
+                                        : std::min<std::int64_t>(rest / (whole.scaled() / 100), 99);
+    return std::to_string(std::clamp(times, -most, most) * 100 + hundredths) + "%";
 }
 
-std::string meter(double part, double whole)
+std::string meter(Currency part, Currency whole)
 {
     return "<meter min=\"0\" max=\"" + number(whole) + "\" value=\"" +
-           number(std::clamp(part, 0.0, whole)) + "\">" + percent(part, whole) + "</meter>";
+           number(std::clamp(part, Currency(), whole)) + "\">" + percent(part, whole) + "</meter>";
 }
 
 void Table::row(const std::vector<std::string>& cells)

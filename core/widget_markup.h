@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "automation/currency.h"
+
 namespace qmevents::markup {
 
 // What widgets show, as markup. A text that was stored goes through `words`; all else takes markup.
@@ -17,9 +19,9 @@ std::string commandLink(const std::string& call, const std::string& name);
 /// A link that opens an event on one of its tabs ("events_overview").
 std::string eventLink(std::int32_t eventId, const std::string& tab, const std::string& name);
 /// How much of `whole`, which is more than 0, `part` is: a bar, which shows more as the whole.
-std::string meter(double part, double whole);
+std::string meter(Currency part, Currency whole);
 /// "84%", rounded down so that only what is complete says 100.
-std::string percent(double part, double whole);
+std::string percent(Currency part, Currency whole);
 
 /// Rows of cells; or, when there is none, `empty` in their place.
 class Table {

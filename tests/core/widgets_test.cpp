@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "automation/clock.h"
+#include "core/widget_markup.h"
 #include "tests/support/scripted_host.h"
 
 namespace qmevents {
@@ -10,6 +11,26 @@ using testing::Log;
 using testing::Puppet;
 using testing::puppet;
 using testing::ScriptedHost;
+
+TEST(Percent, IsRoundedDownExactlyHoweverLargeTheAmounts)
+{
+    constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
+    const struct {
+        std::int64_t part, whole; // in ten-thousandths
+        const char* percent;
+    } cases[] = {{0, 1, "0%"},
+                 {7, 7, "100%"},
+                 {2'900, 10'000, "29%"},
+                 {11'499, 5'000, "229%"},
+                 {-1, 1'000'000, "-1%"},
+                 {most, most, "100%"},
+                 {most - 1, most, "99%"},
+                 {most, 10'000, "92233720368547758%"}};
+    for (const auto& [part, whole, percent] : cases) {
+        EXPECT_EQ(markup::percent(Currency::fromScaled(part), Currency::fromScaled(whole)),
+                  percent);
+    }
+}
 
 class HomePageWidgets : public ::testing::Test {
 protected:
