@@ -151,6 +151,8 @@ DemoCounts fill(const std::shared_ptr<Database>& database, const DemoOptions& op
         makeGifts(rows, urn, codes, events, random.branch(giftTopic), options.gifts, today);
     transaction.commit();
     watching(nobody, [&] {
+        const auto quillmere = getObject(getObject(session.app(), "Modules"), "Quillmere");
+        call(getObject(quillmere, "Settings"), "SetFiscalYearStart", 7, 1); // seasons, not years
         saveLists(session.app());
         return true;
     });

@@ -3,6 +3,7 @@
 #include "automation/clock.h"
 #include "host/document/objects/document.h"
 #include "host/document/objects/sql_literal.h"
+#include "host/modules/settings.h"
 
 namespace refhost {
 namespace {
@@ -14,21 +15,6 @@ struct Span {
 };
 
 Span yearFrom(Date first) { return {first, first.plusMonths(12).plusSeconds(-1)}; }
-
-// The first day of the fiscal year that holds `today`; 1 January when the settings name no day.
-Date fiscalYearStart(const Document& document, Date today)
-{
-    const auto number = [&](const char* setting) {
-        const auto value = qmevents::parseNumber(document.setting(setting));
-        return value && *value >= 1 && *value <= 31 ? static_cast<int>(*value) : 0;
-    };
-    const int year = today.civil().year;
-    int month = number("fiscal-year-month");
-    int day = number("fiscal-year-day");
-    if (!Date::isValidDay(year, month, day)) month = day = 1;
-    const Date start = Date::of(year, month, day);
-    return start > today ? start.plusMonths(-12) : start;
-}
 
 Span userPeriod(const Document& document, int period)
 {
@@ -61,7 +47,7 @@ ListPeriods::ListPeriods(const SharedContext& context)
     };
     const Date today = qmevents::Clock::today();
     const Date year = Date::of(today.civil().year, 1, 1);
-    const Date fiscal = fiscalYearStart(document, today);
+    const Date fiscal = fiscalYearStart(context);
     add("CURRENTYEAR", yearFrom(year));
     add("PREVIOUSYEAR", yearFrom(year.plusMonths(-12)));
     add("CURRENTFISCALYEAR", yearFrom(fiscal));

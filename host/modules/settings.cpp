@@ -3,6 +3,7 @@
 #include <array>
 #include <vector>
 
+#include "automation/clock.h"
 #include "automation/describe.h"
 #include "host/document/objects/document.h"
 #include "host/script/script_control.h"
@@ -12,6 +13,7 @@ namespace refhost {
 
 using qmevents::arg;
 using qmevents::Collection;
+using qmevents::Date;
 using qmevents::describe;
 using qmevents::Error;
 using qmevents::ErrorNumber;
@@ -33,6 +35,22 @@ constexpr HostEntry hostEntries[] = {
 };
 
 } // namespace
+
+Date fiscalYearStart(const SharedContext& context)
+{
+    const Document document(context);
+    const auto number = [&](const char* setting) {
+        const auto value = qmevents::parseNumber(document.setting(setting));
+        return value && *value >= 1 && *value <= 31 ? static_cast<int>(*value) : 0;
+    };
+    const Date today = qmevents::Clock::today();
+    const int year = today.civil().year;
+    int month = number(monthSetting);
+    int day = number(daySetting);
+    if (!Date::isValidDay(year, month, day)) month = day = 1;
+    const Date start = Date::of(year, month, day);
+    return start > today ? start.plusMonths(-12) : start;
+}
 
 const Members& SettingCategory::members() const
 {

@@ -3,9 +3,14 @@
 #include <string>
 
 #include "automation/collection.h"
+#include "automation/date.h"
 #include "host/app/session_context.h"
 
 namespace refhost {
+
+/// The first day of the fiscal year that holds today; they begin on 1 January when the settings
+/// name no day.
+qmevents::Date fiscalYearStart(const SharedContext& context);
 
 /// An entry among the settings.
 class SettingCategory : public qmevents::DescribedObject {
@@ -35,6 +40,7 @@ public:
 
     std::int32_t fiscalYearMonth() const; ///< 1 when it was never set.
     std::int32_t fiscalYearDay() const;
+    qmevents::Date yearStart() const { return fiscalYearStart(context_); }
     /// Sets where fiscal years begin: a day that every year has. Error 5 for another, 70 without
     /// the right "settings/edit".
     void SetFiscalYearStart(std::int32_t month, std::int32_t day) const;

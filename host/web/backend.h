@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "automation/date.h"
 #include "automation/object.h"
 #include "host/shell/front_end.h"
 
@@ -17,6 +18,8 @@ public:
     virtual ~SignedIn() = default;
     virtual qmevents::Ref<qmevents::Object> app() = 0;
     virtual std::vector<std::string> rights() = 0;
+    /// The first day of the fiscal year that holds today.
+    virtual qmevents::Date fiscalYearStart() = 0;
     /// Whether the user may open the page at `path`, such as "/events/events-view".
     virtual bool mayOpen(const std::string& path) = 0;
 };

@@ -29,6 +29,8 @@ json localeData(const Locale& locale)
             {"groupMark", locale.groupMark}};
 }
 
+std::string dayText(qmevents::Date date) { return date.iso().substr(0, 10); }
+
 } // namespace
 
 /// What lives on the session's thread. The desk goes before the session whose objects it holds.
@@ -102,12 +104,14 @@ std::optional<std::string> BrowserSession::description()
     const bool ran = apartment_.run([&] {
         auto& signedIn = *onThread_->signedIn;
         const auto user = getObject(getObject(signedIn.app(), "Security"), "CurrentUser");
+        const qmevents::Date season = signedIn.fiscalYearStart();
         answer =
             json{{"user", {{"id", toInt32(get(user, "Id"))}, {"name", toText(get(user, "Name"))}}},
                  {"token", token_},
                  {"locale", localeData(Locale::current())},
                  {"rights", signedIn.rights()},
-                 {"today", qmevents::Clock::today().iso().substr(0, 10)}}
+                 {"today", dayText(qmevents::Clock::today())},
+                 {"season", {{"from", dayText(season)}, {"until", dayText(season.plusMonths(12))}}}}
                 .dump(-1, ' ', false, json::error_handler_t::replace);
     });
     return ran ? std::optional(std::move(answer)) : std::nullopt;

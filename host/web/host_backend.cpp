@@ -20,6 +20,10 @@ public:
     {
         return session_.application().security()->heldRights();
     }
+    qmevents::Date fiscalYearStart() override
+    {
+        return session_.application().modules()->quillmere->settings->yearStart();
+    }
     bool mayOpen(const std::string& path) override;
 
 private:

@@ -2,7 +2,6 @@
 
 import { literalSearch } from "../lib/search_text.js";
 import { DateTime } from "../lib/values.js";
-import { seasonOf } from "../lib/locale.js";
 
 /** The orders that a list of events offers. The id comes last so that no two rows tie. */
 const orders = {
@@ -39,27 +38,21 @@ export function orderBy({ sort, descending }) {
 }
 
 /**
- * The condition for a span of time on the day `today` ("2026-03-07"); "coming" is what the season
- * still brings. `literal` writes a date-time for the open database.
+ * The condition for a span of time, with `today` and `season`, the fiscal year that holds it, as
+ * the session tells them. `literal` writes a date-time for the open database.
  */
-export async function spanCondition(span, today, literal) {
-    const season = seasonOf(today);
+export async function spanCondition(span, { today, season }, literal) {
+    const from = async (day) => `StartDateTime >= ${await literal(DateTime.of(day))}`;
+    const before = async (day) => `StartDateTime < ${await literal(DateTime.of(day))}`;
     switch (span) {
         case "upcoming":
-            return `StartDateTime >= ${await literal(DateTime.of(today))}`;
+            return from(today);
         case "past":
-            return `StartDateTime < ${await literal(DateTime.of(today))}`;
+            return before(today);
         case "season":
-            return between(season.from, season.until);
-        case "coming":
-            return between(DateTime.of(today), season.until);
+            return `${await from(season.from)} AND ${await before(season.until)}`;
         default:
             return "";
-    }
-
-    async function between(from, until) {
-        const [first, end] = [await literal(from), await literal(until)];
-        return `StartDateTime >= ${first} AND StartDateTime < ${end}`;
     }
 }
 

@@ -49,15 +49,14 @@ startPage("Events", async ({ session, format, allowed }) => {
         latest += 1;
         const mine = latest;
         const start = added ? body.rows.length : 0;
-        const { today } = session;
-        const found = await findEvents(state, rowColumns, { today, start });
+        const found = await findEvents(state, rowColumns, { ...session, start });
         if (mine !== latest) return;
         const made = found.rows.map(rows.make);
         if (added) body.append(...made);
         else replaceRows(made);
         showState(found.hasMore, added);
         if (found.rows.length > 0) {
-            const counted = await findEvents(state, figureColumns, { today, start });
+            const counted = await findEvents(state, figureColumns, { ...session, start });
             if (mine === latest) rows.addFigures(counted.rows);
         }
     }
@@ -88,7 +87,7 @@ startPage("Events", async ({ session, format, allowed }) => {
     /** All events that match, not only those read so far. */
     async function exportAll() {
         const all = { ...state, shown: mostExported };
-        const found = await findEvents(all, exportProperties, { today: session.today });
+        const found = await findEvents(all, exportProperties, session);
         saveCsv("Events", exportColumns(lookups), found.rows);
         announce(`${found.rows.length} events exported`);
     }

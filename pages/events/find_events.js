@@ -10,8 +10,8 @@ let running = Promise.resolve();
 
 /**
  * The rows that `state` ({ text, span, sort, descending, shown }) asks for, from `start` on, with
- * `columns`; `hasMore` tells whether there are more. Searches run one after the other, as they
- * share the criteria.
+ * `columns`; `hasMore` tells whether there are more. `today` and `season` are the session's.
+ * Searches run one after the other, as they share the criteria.
  */
 export function findEvents(state, columns, range) {
     const asked = { ...state };
@@ -22,8 +22,8 @@ export function findEvents(state, columns, range) {
     return running;
 }
 
-async function find(state, columns, { today, start = 0 }) {
-    const where = await spanCondition(state.span, today, dateLiteral);
+async function find(state, columns, { today, season, start = 0 }) {
+    const where = await spanCondition(state.span, { today, season }, dateLiteral);
     await setCriteria(criteriaValues({ ...state, where, order: orderBy(state) }));
     const range = { start, count: state.shown - start };
     const { total, rows } = await list(manage().GetEventsBySearch(await criteria), columns, range);

@@ -1,6 +1,6 @@
 // Dates, times, money and numbers as the signed-in user reads and types them.
 
-import { Currency, DateTime } from "./values.js";
+import { Currency } from "./values.js";
 
 const months = [
     "January",
@@ -174,16 +174,6 @@ export function parseTime(text) {
     if (half) hour = (hour % 12) + (half === "p" ? 12 : 0);
     if (hour > 23 || Number(minute) > 59 || Number(second) > 59) return undefined;
     return `${twoDigits(hour)}:${minute}:${second}`;
-}
-
-/**
- * The fundraising season that holds `today` ("2026-03-07"): 1 July to 30 June, as date-times of the
- * first moment and of the first moment after it.
- */
-export function seasonOf(today) {
-    const [year, month] = today.split("-").map(Number);
-    const first = month >= 7 ? year : year - 1;
-    return { from: DateTime.of(`${first}-07-01`), until: DateTime.of(`${first + 1}-07-01`) };
 }
 
 /** "d", "m" and "y" in the order in which they stand, from "monthDayYear" or "mdy". */

@@ -1,6 +1,6 @@
 import assert from "node:assert/strict";
 import { test } from "node:test";
-import { localeFormats, parseTime, seasonOf } from "../../pages/lib/locale.js";
+import { localeFormats, parseTime } from "../../pages/lib/locale.js";
 import { Currency, DateTime } from "../../pages/lib/values.js";
 
 const american = { order: "mdy", dateSeparator: "/", twelveHours: true, currencySymbol: "$",
@@ -78,12 +78,4 @@ test("dates, times and amounts are written as the locale has them and read back"
         const amount = Currency.parse("-1234567.0001");
         assert.equal(format.parseMoney(format.money(amount)).toString(), "-1234567.0001");
     }
-});
-
-test("a season runs from July to June", () => {
-    const cases = [
-        ["2026-03-07", "2025-07-01"], ["2026-06-30", "2025-07-01"], ["2026-07-01", "2026-07-01"],
-    ];
-    for (const [today, from] of cases) assert.equal(seasonOf(today).from.date, from, today);
-    assert.equal(seasonOf("2026-03-07").until.text, "2026-07-01T00:00:00");
 });

@@ -196,6 +196,7 @@ TEST_F(Access, EndsWithSigningOutAndSlowsGuessingDown)
     EXPECT_EQ(session.at("rights"), json::array({"events/view"}));
     EXPECT_EQ(session.at("locale").at("order"), "mdy");
     EXPECT_EQ(session.at("today").get<std::string>().size(), 10U);
+    EXPECT_EQ(session.at("season"), (json{{"from", "2026-07-01"}, {"until", "2027-07-01"}}));
     EXPECT_EQ(backend.alive, 1);
     EXPECT_EQ(anna->status("signout", json::object()), 200);
     EXPECT_EQ(anna->status("call", chainOf({})), 401);

@@ -176,6 +176,7 @@ private:
         Shell& shell() const { return *app_->shell; }
         qmevents::Ref<qmevents::Object> app() override { return app_; }
         std::vector<std::string> rights() override { return {"events/view"}; }
+        qmevents::Date fiscalYearStart() override { return qmevents::Date::of(2026, 7, 1); }
         bool mayOpen(const std::string& path) override { return path != backend_.refusedPath; }
 
     private:
