@@ -24,7 +24,7 @@ public:
             fs::copy_file(fs::path(SOURCE_FOLDER) / "data" / name, folder_ / "data" / name);
         }
     }
-    std::string path() const { return folder_.path().string() + "/"; }
+    std::string path() const { return folder_.string() + "/"; }
     void write(const std::string& schema) const
     {
         std::ofstream(folder_ / "data" / file_) << schema;

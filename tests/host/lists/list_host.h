@@ -112,7 +112,7 @@ inline ListHost::ListHost(Dialect dialect, const std::shared_ptr<Database>& shar
                                                        .userName = user,
                                                        .rights = std::move(rights),
                                                        .frontEnd = &frontEnd,
-                                                       .addInPath = folder.path().string(),
+                                                       .addInPath = folder.string(),
                                                        .parts = addIn.parts()});
     if (!shared) fill(dialect);
 }

@@ -32,7 +32,7 @@ protected:
     Layouts()
     {
         fs::create_directories(folder_ / "cache" / "reports");
-        desk_.emplace(GetParam(), Database::inMemory(), std::nullopt, folder_.path().string(),
+        desk_.emplace(GetParam(), Database::inMemory(), std::nullopt, folder_.string(),
                       addIn_.parts());
     }
     ~Layouts() override { desk_.reset(); }
@@ -157,7 +157,7 @@ TEST_P(Layouts, SayWhereTheyAreWrong)
     }
     EXPECT_EQ(desk_->failure([&] { desk_->open("../test"); }).substr(0, 2), "5 ");
     write(column + section, " operation=\"mailings/send\"");
-    ReportDesk few(GetParam(), Database::inMemory(), {{"events/view"}}, folder_.path().string(),
+    ReportDesk few(GetParam(), Database::inMemory(), {{"events/view"}}, folder_.string(),
                    addIn_.parts());
     EXPECT_EQ(few.failure([&] { few.open("test"); }).substr(0, 3), "70 ");
 }
@@ -172,7 +172,7 @@ TEST_P(Layouts, AreAsTheGuideForAuthorsShowsThem)
         << text.substr(begin, text.find("```", begin) - begin);
     fs::create_directory_symlink(SOURCE_FOLDER "data", folder_ / "data");
     desk_.reset();
-    desk_.emplace(GetParam(), Database::inMemory(), std::nullopt, folder_.path().string());
+    desk_.emplace(GetParam(), Database::inMemory(), std::nullopt, folder_.string());
     EXPECT_EQ(desk_->open("events-costs").print().texts(),
               std::vector<std::string>{"total 0 0 events||0|0|"});
 }

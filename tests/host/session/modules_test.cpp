@@ -307,7 +307,7 @@ struct FolderFixture : testing::Test {
               "<addin><configuration><value key=\"schema\"> 2 </value></configuration></addin>");
         session = std::make_unique<Session>(SessionOptions{.database = Database::inMemory(),
                                                            .frontEnd = &frontEnd,
-                                                           .addInPath = folder.path().string(),
+                                                           .addInPath = folder.string(),
                                                            .parts = addIn.parts()});
         modules = getObject(session->app(), "Modules");
     }
