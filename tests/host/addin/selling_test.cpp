@@ -1,5 +1,4 @@
 // Many users who reserve from one activity at the same time.
-#include <unistd.h>
 
 #include <filesystem>
 #include <thread>

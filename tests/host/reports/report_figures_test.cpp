@@ -1,7 +1,5 @@
 #include <filesystem>
 
-#include <unistd.h>
-
 #include "host/demo/demo.h"
 #include "tests/host/reports/report_desk.h"
 #include "tests/support/temp_folder.h"
