@@ -4,9 +4,37 @@
 
 #include "automation/error.h"
 #include "core/host.h"
+#include "core/record_reader.h"
 #include "model/event_source.h"
 
 namespace qmevents {
+namespace {
+
+constexpr const char* giftAmount = "DonationAmount";
+
+Currency sumOfRecords(const Ref<Object>& recordSet)
+{
+    Currency sum;
+    RecordReader gifts(recordSet);
+    if (gifts.atEnd()) return sum;
+    const auto amount = gifts.column(giftAmount);
+    for (; !gifts.atEnd(); gifts.next()) sum += amount.valueOr(Currency());
+    call(recordSet, "MoveFirst"); // for whoever reads the payments next
+    return sum;
+}
+
+Currency sumOfGifts(Object& gifts)
+{
+    Currency sum;
+    Value gift;
+    for (const auto walk = gifts.enumerate(); walk->next(gift);) {
+        const Value amount = get(toObject(gift), giftAmount);
+        if (!amount.isNull()) sum += toCurrency(amount);
+    }
+    return sum;
+}
+
+} // namespace
 
 const Members& cEventReservation::members() const
 {
@@ -80,15 +108,11 @@ Ref<Object> cEventReservation::Payments()
 
 Currency cEventReservation::DonationPaymentsAmount()
 {
-    Currency sum;
     const auto payments = Payments();
-    if (!payments) return sum;
-    Value payment;
-    for (const auto walk = payments->enumerate(); walk->next(payment);) {
-        const Value amount = get(toObject(payment), "DonationAmount");
-        if (!amount.isNull()) sum += toCurrency(amount);
-    }
-    return sum;
+    if (!payments) return {};
+    // Hosts answer with the gifts, or with the record set in which they found them.
+    const bool areRecords = payments->memberId("EOF") != unknownMember;
+    return areRecords ? sumOfRecords(payments) : sumOfGifts(*payments);
 }
 
 Currency cEventReservation::TotalPaid() { return AmountPaid.get() + DonationPaymentsAmount(); }

@@ -230,7 +230,7 @@ TEST(ReservationLines, CopyEverythingAndMarkTheCopyForSaving)
 }
 
 // A donation module whose donations of a reservation are two payments.
-void offerDonations(const ScriptedHost& host, Log& searches)
+Ref<Puppet> offerDonations(const ScriptedHost& host, Log& searches)
 {
     const auto donation = getObject(getObject(host.app(), "Modules"), "Donation");
     const auto donations = refCast<Puppet>(getObject(donation, "Donations"));
@@ -251,13 +251,14 @@ void offerDonations(const ScriptedHost& host, Log& searches)
         }
         return found;
     });
+    return donations;
 }
 
 TEST(Reservations, CountGiftsBesideWhatWasPaidOnThem)
 {
     ScriptedHost host;
     Log searches;
-    offerDonations(host, searches);
+    const auto donations = offerDonations(host, searches);
     const auto reservation = makeRef<cEventReservation>();
     reservation->AmountPaid = Currency::fromUnits(40);
     EXPECT_EQ(reservation->TotalPaid(), Currency::fromUnits(40));
@@ -270,6 +271,15 @@ TEST(Reservations, CountGiftsBesideWhatWasPaidOnThem)
     call(reservation, "ResetPayments");
     reservation->Payments();
     EXPECT_EQ(searches.size(), 2U);
+
+    // Another host answers with its record set, which can be read again afterwards.
+    donations->on("GetDonationsBySearch", [](std::span<Value>) -> Value {
+        return testing::recordSet({{"Id", "DonationAmount"}, {{1, 20}, {2, Null{}}, {3, 5}}});
+    });
+    call(reservation, "ResetPayments");
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(reservation->DonationPaymentsAmount(), Currency::fromUnits(25));
+    }
 
     cEventReservations reservations;
     reservations.add(reservation);
