@@ -149,7 +149,8 @@ TEST(DonorNames, FollowTheDonorUnlessTheyWereGiven)
                                                            {coordinator, "Display"}};
     for (const auto& [record, property] : records) {
         SCOPED_TRACE(property);
-        const auto nameOf = [&](std::int32_t donor) {
+        // Captured by name, as not every compiler lets a lambda reach for structured bindings.
+        const auto nameOf = [&record = record, &property = property](std::int32_t donor) {
             put(record, "FKdonorId", donor);
             return toText(get(record, property));
         };

@@ -1,6 +1,5 @@
 // Many users who reserve from one activity at the same time.
 
-#include <filesystem>
 #include <thread>
 
 #include "tests/host/addin/whole_host.h"
@@ -9,7 +8,6 @@
 namespace refhost {
 namespace {
 
-namespace fs = std::filesystem;
 using qmevents::Date;
 using qmevents::toBool;
 using qmevents::toInt32;
