@@ -32,6 +32,7 @@ browserTest("The start page shows the widgets that a user keeps, in their order"
     await page.getByText(`${all[1]} moved to place 1 of 4`).waitFor({ state: "attached" });
     assert.equal(await page.evaluate(() => document.activeElement.ariaLabel), `More about ${all[1]}`);
     await fromMenu(page, all[3], "Remove");
+    await page.getByText(`${all[3]} removed`).waitFor({ state: "attached" });
     await page.reload();
     await drawn(page);
     assert.deepEqual(await titles(page), [all[1], all[0], all[2]]);
